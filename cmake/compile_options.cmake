@@ -1,0 +1,20 @@
+# What every target of the project is compiled with: warnings are errors in both builds.
+add_library(quillet_options INTERFACE)
+target_compile_features(quillet_options INTERFACE cxx_std_20)
+target_include_directories(quillet_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(quillet_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wformat=2 -Wnon-virtual-dtor
+  -Wundef -Wimplicit-fallthrough
+  $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op -Wduplicated-cond -Wsuggest-override>)
+if(WIN32)
+  target_compile_definitions(quillet_options INTERFACE
+    UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _WIN32_IE=0x0A00)
+  target_compile_options(quillet_options INTERFACE -ffunction-sections -fdata-sections)
+  target_link_options(quillet_options INTERFACE -static -Wl,--gc-sections)
+endif()
+
+option(QUILLET_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+if(QUILLET_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
