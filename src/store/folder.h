@@ -12,9 +12,15 @@ inline constexpr std::array allFolders{Folder::MInbox, Folder::MOutbox, Folder::
                                        Folder::PDraft};
 inline constexpr std::size_t folderCount = allFolders.size();
 
-constexpr std::size_t position(Folder folder) { return static_cast<std::size_t>(folder); }
+constexpr std::size_t position(Folder folder) {
+  return static_cast<std::size_t>(folder);
+}
 
-constexpr bool isOnHandset(Folder folder) { return folder == Folder::MInbox || folder == Folder::MOutbox; }
-constexpr bool isOnPc(Folder folder) { return !isOnHandset(folder); }
+constexpr bool isOnHandset(Folder folder) {
+  return folder == Folder::MInbox || folder == Folder::MOutbox;
+}
+constexpr bool isOnPc(Folder folder) {
+  return !isOnHandset(folder);
+}
 
 }  // namespace store

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "store/folder.h"
+#include "store/sms_record.h"
+
+namespace store {
+
+// The records of one folder in load order. Owns its records; row i of a list that shows the folder is slot i.
+// Appending, erasing and clearing end the validity of references and spans handed out earlier.
+class FolderTable {
+ public:
+  // A new record behind the last one: empty texts, Index -1.
+  SmsRecord& append() { return records_.emplace_back(); }
+  SmsRecord& append(SmsRecord record) { return records_.emplace_back(std::move(record)); }
+
+  // Slots must be below size().
+  SmsRecord& operator[](std::size_t slot) { return records_[slot]; }
+  const SmsRecord& operator[](std::size_t slot) const { return records_[slot]; }
+  // Closes the gap; the records behind keep their Index.
+  void erase(std::size_t slot) { records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(slot)); }
+
+  void clear() { records_.clear(); }
+  std::size_t size() const { return records_.size(); }
+  bool empty() const { return records_.empty(); }
+  std::span<SmsRecord> records() { return records_; }
+  std::span<const SmsRecord> records() const { return records_; }
+
+ private:
+  std::vector<SmsRecord> records_;
+};
+
+// The tables of all five folders.
+class FolderTables {
+ public:
+  FolderTable& operator[](Folder folder) { return tables_[position(folder)]; }
+  const FolderTable& operator[](Folder folder) const { return tables_[position(folder)]; }
+
+ private:
+  std::array<FolderTable, folderCount> tables_;
+};
+
+}  // namespace store
