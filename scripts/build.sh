@@ -1,0 +1,43 @@
+# Sourced: configuring, compiling, and laying out the folder that ships.
+
+# build_preset native|mingw
+build_preset() {
+  hold "build-$1" bash -eu -c '
+    cd "$1"
+    [ -f "out/$2/build.ninja" ] || cmake --preset "$2" >&2
+    cmake --build --preset "$2" >&2
+  ' build "$root" "$1" || { say "The $1 build failed."; return 1; }
+}
+
+# ship SOURCE NAME puts one file into the shipped folder. A running program keeps the file it has open.
+ship() {
+  [ -f "$root/$1" ] || { say "Missing: $1, which ships as $2."; return 1; }
+  mkdir -p "$(dirname "$shipped/$2")"
+  cp --remove-destination "$root/$1" "$shipped/$2"
+}
+
+# The same for a file that a person may change: a changed one stays.
+ship_unless_changed() {
+  local last=$out/as_shipped/$2
+  if [ -f "$shipped/$2" ] && ! cmp -s "$shipped/$2" "$last"; then
+    cmp -s "$shipped/$2" "$root/$1" || say "Kept your $2."
+  else
+    ship "$1" "$2" || return 1
+  fi
+  mkdir -p "$out/as_shipped"
+  cp "$root/$1" "$last"
+}
+
+# Lays out dist/Quillet. Message stores, and what a person changed, stay.
+lay_out() {
+  mkdir -p "$out" "$shipped"
+  printf '[port]\r\ncom=0\r\n' > "$out/port.ini"
+  ship out/mingw/src/app/Quillet.exe Quillet.exe &&
+    ship out/mingw/handset/SMS_DLL2.dll SMS_DLL2.dll &&
+    ship_unless_changed out/port.ini port.ini &&
+    ship_unless_changed handset/handset.txt handset.txt || return 1
+  [ -f "$root/assets/Skin/Default/SMS/skin.ini" ] || { say "Missing: assets/Skin/Default/SMS/skin.ini."; return 1; }
+  rm -rf "$shipped/Skin/Default/SMS"
+  mkdir -p "$shipped/Skin/Default/SMS"
+  cp -R "$root/assets/Skin/Default/SMS/." "$shipped/Skin/Default/SMS/"
+}

@@ -1,0 +1,63 @@
+# Sourced: a private Wine and a private screen, both gone when the script ends.
+
+# One session at a time uses the prefix, since ending one stops its wineserver. QUILLET_WINE_PREFIX names
+# another folder for whoever wants two sessions side by side.
+export WINEPREFIX=${QUILLET_WINE_PREFIX:-$out/wine-prefix}
+export WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+
+# The lock is held as descriptor 9. What stays running must not inherit it, or would hold it for ever.
+session_directory='' screen_process='' in_session=''
+quietly() { "$@" </dev/null >/dev/null 2>&1 9>&-; }
+
+make_prefix() {
+  [ ! -e "$WINEPREFIX/.ready" ] || return 0
+  say 'Making the Wine prefix (once).'
+  rm -rf "$WINEPREFIX"
+  mkdir -p "$WINEPREFIX"
+  quietly wineboot --init || die 'wineboot failed'
+  # Windows draw their own frames, and get every click, when no window manager is asked.
+  quietly wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f || die 'wine reg failed'
+  # A crash ends the program instead of waiting for a click.
+  quietly wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f || die 'wine reg failed'
+  quietly winecfg -v win10 || die 'winecfg failed'
+  quietly wineserver -w
+  touch "$WINEPREFIX/.ready"
+}
+
+start_screen() {
+  local number
+  session_directory=$(mktemp -d)
+  mkfifo "$session_directory/number"
+  # Opened both ways, so that a screen that dies at once does not leave us waiting for its number.
+  exec 8<>"$session_directory/number"
+  Xvfb -displayfd 8 -screen 0 1280x1024x24 -nolisten tcp -noreset \
+    </dev/null >"$session_directory/log" 2>&1 9>&- &
+  screen_process=$!
+  read -r -t 20 number <&8 || die "no virtual screen: $(tail -n 3 "$session_directory/log")"
+  exec 8>&-
+  export DISPLAY=:$number
+}
+
+end_session() {
+  trap '' EXIT
+  [ -z "$in_session" ] || quietly wineserver -k || true
+  [ -z "$screen_process" ] || { kill "$screen_process" && wait "$screen_process"; } 2>/dev/null || true
+  [ -z "$session_directory" ] || rm -rf "$session_directory"
+}
+
+# start_session [screen]: takes the prefix, makes it if needed, starts Wine; with `screen` on an own display.
+start_session() {
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  exec 9>"$WINEPREFIX.lock"
+  flock -n 9 || { say 'Waiting for another session to leave the Wine prefix.'; flock 9; }
+  in_session=yes
+  trap end_session EXIT
+  trap 'exit 130' INT
+  trap 'exit 143' TERM HUP
+  [ "${1:-}" != screen ] || start_screen
+  quietly wineserver -k || true  # left over from a session that was killed
+  make_prefix
+  # Wine's own services start here, with no output of ours to hold open.
+  quietly wineserver -p
+  quietly wine cmd /c exit || die 'Wine does not start'
+}
