@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,10 +32,15 @@ void appendGroups(std::string& text, std::span<const SmsRecord> records);
 // The bytes of a file with this text: in the code page if it can hold all of it, else UTF-8 behind the mark.
 std::string fileBytes(std::string text, const CodePage& codePage);
 
+// The bytes that stand for more text at the end of an existing file, which is UTF-8 if it is marked. Nothing
+// when its code page cannot hold the text.
+std::optional<std::string> bytesToAppend(std::string_view text, bool marked, const CodePage& codePage);
+
 struct Transcoded {
   std::string text;   // UTF-8, without a mark
   bool exact = true;  // the code page gives back the same bytes
 };
+// The text of a file without a mark.
 Transcoded transcode(std::string_view bytes, const CodePage& codePage);
 
 }  // namespace store

@@ -1,0 +1,186 @@
+#include "store/store_reader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+
+#include "store/store_format.h"
+#include "store/utf8.h"
+
+namespace store {
+
+namespace {
+
+constexpr std::size_t none = std::string_view::npos;
+
+// Forward from one match to the next: there are few, and the search for each is the fastest there is.
+std::size_t findLast(std::string_view text, char c) {
+  std::size_t last = none;
+  for (std::size_t next = text.find(c); next != none; next = text.find(c, next + 1)) last = next;
+  return last;
+}
+
+bool isBlank(std::string_view line) {
+  return line.find_first_not_of(std::string_view(" \t\0", 3)) == none;
+}
+
+char lowered(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equalInAnyCase(std::string_view left, std::string_view right) {
+  return std::ranges::equal(left, right, {}, lowered, lowered);
+}
+
+std::int32_t leadingInteger(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\v\f\r"), text.size()));
+  const bool negative = text.starts_with('-');
+  if (negative || text.starts_with('+')) text.remove_prefix(1);
+  std::int64_t value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') break;
+    value = std::min<std::int64_t>(value * 10 + (c - '0'), std::int64_t{1} << 31);
+  }
+  if (negative) return static_cast<std::int32_t>(-value);
+  return static_cast<std::int32_t>(std::min<std::int64_t>(value, std::numeric_limits<std::int32_t>::max()));
+}
+
+// Whether the writer makes this very value, from a number or for a message that has none.
+bool isWrittenIndex(std::string_view value, std::int32_t index) {
+  char digits[16];
+  const auto end = std::to_chars(digits, digits + sizeof digits, index).ptr;
+  return value.empty() || value == std::string_view(digits, static_cast<std::size_t>(end - digits));
+}
+
+class Reader {
+ public:
+  Reader(std::string_view section, const CodePage& codePage, FolderTable& table)
+      : section_(section), codePage_(codePage), table_(table) {}
+
+  StoreShape read(std::string_view bytes) {
+    shape_.marked = bytes.starts_with(utf8Mark);
+    if (shape_.marked) bytes.remove_prefix(utf8Mark.size());
+    shape_.blank = bytes.empty();
+    if (shape_.blank) return shape_;
+    shape_.whole = bytes.find('\0') == none;
+    while (!bytes.empty()) {
+      const std::size_t end = bytes.find('\n');
+      std::string_view line = bytes.substr(0, end);
+      bytes.remove_prefix(end == none ? bytes.size() : end + 1);
+      if (end == none) misalign();
+      if (line.ends_with('\r')) line.remove_suffix(1);
+      takeLine(line);
+    }
+    if (place_ == Place::before) misalign();
+    if (field_ != 0) completeLastRecord();
+    return shape_;
+  }
+
+ private:
+  enum class Place { before, inside, behind };
+
+  void misalign() { shape_.whole = shape_.aligned = false; }
+
+  void takeLine(std::string_view line) {
+    if (line.starts_with('[') && place_ == Place::before && isOwnHeader(line)) {
+      place_ = Place::inside;
+    } else if (line.starts_with('[')) {
+      if (place_ == Place::inside) place_ = Place::behind;
+      misalign();
+    } else if (isBlank(line)) {
+      return;
+    } else if (place_ != Place::inside) {
+      misalign();
+    } else if (line.starts_with(';')) {
+      shape_.whole = false;
+    } else {
+      takeField(readable(line));
+    }
+  }
+
+  bool isOwnHeader(std::string_view line) {
+    const std::size_t close = line.find(']');
+    if (close == none || !equalInAnyCase(line.substr(1, close - 1), section_)) return false;
+    if (!isBlank(line.substr(close + 1))) shape_.whole = false;
+    return true;
+  }
+
+  // The line in UTF-8. Decoded before it is taken apart: in a double-byte character, '=' may be the second
+  // byte.
+  std::string_view readable(std::string_view line) {
+    if (isAscii(line)) return line;
+    if (!shape_.marked) {
+      decoded_ = codePage_.decode(line);
+      if (codePage_.encode(decoded_) != line) shape_.whole = false;
+      return decoded_;
+    }
+    if (isValidUtf8(line)) return line;
+    shape_.whole = false;
+    decoded_ = repairedUtf8(line);
+    return decoded_;
+  }
+
+  void takeField(std::string_view line) {
+    const std::size_t equals = findLast(line, '=');
+    const std::string_view key = line.substr(0, equals == none ? 0 : equals);
+    std::string_view value = line.substr(equals == none ? 0 : equals + 1);
+    const bool spaced = value.size() >= 2 && value.front() == ' ' && value.back() == ' ';
+    if (value.starts_with(' ')) value.remove_prefix(1);
+    if (value.ends_with(' ')) value.remove_suffix(1);
+    const std::string_view ownKey = lineKeys[field_];
+    if (!spaced || key.size() != ownKey.size() + 1 || !key.starts_with(ownKey) || !key.ends_with(' ') ||
+        value.find('\r') != none) {
+      shape_.whole = false;
+    }
+    store(value);
+  }
+
+  void store(std::string_view value) {
+    if (field_ == 0) table_.append();
+    SmsRecord& record = table_[table_.size() - 1];
+    switch (field_) {
+      case 0:
+        record.Content = value;
+        break;
+      case 1:
+        record.Phone = value;
+        break;
+      case 2:
+        record.Time = value;
+        break;
+      default:
+        record.Index = leadingInteger(value);
+        if (!isWrittenIndex(value, record.Index)) shape_.whole = false;
+    }
+    field_ = (field_ + 1) % lineKeys.size();
+  }
+
+  void completeLastRecord() {
+    misalign();
+    SmsRecord& record = table_[table_.size() - 1];
+    if (field_ == 1) record.Phone = record.Content;
+    if (field_ <= 2) record.Time = record.Phone;
+    record.Index = leadingInteger(record.Time);
+  }
+
+  std::string_view section_;
+  const CodePage& codePage_;
+  FolderTable& table_;
+  StoreShape shape_;
+  Place place_ = Place::before;
+  std::size_t field_ = 0;  // the one that the next line fills, by its place in lineKeys
+  std::string decoded_;
+};
+
+}  // namespace
+
+StoreShape readStore(std::string_view bytes, std::string_view section, const CodePage& codePage,
+                     FolderTable& table) {
+  return Reader(section, codePage, table).read(bytes);
+}
+
+}  // namespace store
