@@ -10,6 +10,7 @@
 #include "store/sms_record.h"
 #include "store/store_format.h"
 #include "store/store_reader.h"
+#include "store/write_result.h"
 
 namespace store {
 
@@ -19,17 +20,6 @@ struct ReadResult {
   bool whole = true;
 
   bool ok() const { return status.ok(); }
-};
-
-struct WriteResult {
-  enum class Outcome { done, notRead, failed };
-
-  Outcome outcome = Outcome::done;
-  FileStatus status;     // the step that failed
-  std::string file;      // the file that it was about
-  std::string keptCopy;  // where bytes that no record holds were put aside; empty when there was no need
-
-  bool ok() const { return outcome == Outcome::done; }
 };
 
 // The file of one PC folder. Nothing that it holds is lost silently: it is not written before it has been
@@ -51,18 +41,18 @@ class StoreFile {
   WriteResult append(const SmsRecord& message, LineBreaks breaks);
 
  private:
-  // What is known of the file since the last success: its bytes, and whether rewriting loses any of them.
+  // The file's bytes after the last success, what they are like, and whether the caller's records hold them
+  // all.
   struct Known {
     std::string bytes;
     StoreShape shape;
-    bool held = true;  // the caller's records hold everything in bytes
+    bool held = true;
   };
 
-  StoreShape shapeOf(std::string_view bytes, FolderTable& records) const;
-  bool wouldLose(std::string_view bytes) const;
-  WriteResult appendToWhole(File& file, std::string& bytes, const StoreShape& shape, std::string_view group);
-  WriteResult replaceWith(std::string bytes, std::string_view lost, bool held);
-  WriteResult failure(const FileStatus& status) const;
+  bool wouldLose(const std::string& bytes) const;
+  WriteResult appendTo(File& file, std::string bytes, StoreShape shape, const std::string& group);
+  WriteResult realign(const std::string& bytes, const std::string& group);
+  WriteResult replaceWith(std::string bytes, bool held, const std::string* lost = nullptr);
 
   FileSystem& files_;
   const CodePage& codePage_;

@@ -6,7 +6,7 @@
 #include "store/code_page.h"
 #include "store/file_system.h"
 #include "store/sms_record.h"
-#include "store/store_file.h"
+#include "store/write_result.h"
 
 namespace store {
 

@@ -1,0 +1,113 @@
+#include "store/store_file.h"
+
+#include <optional>
+#include <utility>
+
+#include "store/whole_file.h"
+
+namespace store {
+
+namespace {
+
+WriteResult notRead(const std::string& file) {
+  return {.outcome = WriteResult::Outcome::notRead, .status = {}, .file = file, .keptCopy = {}};
+}
+
+}  // namespace
+
+StoreFile::StoreFile(FileSystem& files, const CodePage& codePage, std::string path, std::string_view section)
+    : files_(files), codePage_(codePage), path_(std::move(path)), section_(section) {}
+
+ReadResult StoreFile::read(FolderTable& table) {
+  isRead_ = false;
+  std::string bytes;
+  FileStatus status = readFile(files_, path_, bytes);
+  if (status.failed()) return {status, false};
+
+  FolderTable records;
+  const StoreShape shape = readStore(bytes, section_, codePage_, records);
+  table = std::move(records);
+  known_ = {std::move(bytes), shape, shape.whole};
+  isRead_ = true;
+  status.outcome = FileOutcome::ok;
+  return {status, shape.whole};
+}
+
+WriteResult StoreFile::rewrite(std::span<const SmsRecord> records) {
+  if (!isRead_) return notRead(path_);
+  std::string former;
+  const FileStatus status = readFile(files_, path_, former);
+  if (status.failed()) return failure(status, path_);
+
+  std::string text = headerLine(section_);
+  appendGroups(text, records);
+  return replaceWith(fileBytes(std::move(text), codePage_), true, wouldLose(former) ? &former : nullptr);
+}
+
+WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
+  if (!isRead_) return notRead(path_);
+  std::string group;
+  appendGroup(group, message, breaks, IndexLine::empty);
+
+  const OpenedFile opened = files_.openForAppending(path_);
+  if (opened.status.missing()) return replaceWith(fileBytes(headerLine(section_) + group, codePage_), false);
+  if (opened.status.failed()) return failure(opened.status, path_);
+  std::string bytes;
+  const FileStatus status = opened.file->readAll(bytes);
+  if (!status.ok()) return failure(status, path_);
+
+  StoreShape shape = known_.shape;
+  if (bytes != known_.bytes) {
+    FolderTable unused;
+    shape = readStore(bytes, section_, codePage_, unused);
+  }
+  return appendTo(*opened.file, std::move(bytes), shape, group);
+}
+
+WriteResult StoreFile::appendTo(File& file, std::string bytes, StoreShape shape, const std::string& group) {
+  if (!shape.aligned) {
+    file.close();
+    return realign(bytes, group);
+  }
+  const std::string text = shape.blank ? headerLine(section_) + group : group;
+  const std::optional<std::string> tail = bytesToAppend(text, shape.marked, codePage_);
+  if (!tail) {
+    file.close();
+    const Transcoded former = transcode(bytes, codePage_);
+    return replaceWith(std::string(utf8Mark) + former.text + text, false, former.exact ? nullptr : &bytes);
+  }
+
+  WriteResult result = appendAtomically(file, path_, *tail, bytes);
+  if (!result.ok()) return result;
+  // Until the next read the caller's records lack the new message.
+  shape.blank = false;
+  known_ = {std::move(bytes += *tail), shape, false};
+  return result;
+}
+
+// Lines at the end would not be read back as this message: the file is made anew from what is read of it.
+WriteResult StoreFile::realign(const std::string& bytes, const std::string& group) {
+  FolderTable records;
+  readStore(bytes, section_, codePage_, records);
+  std::string text = headerLine(section_);
+  appendGroups(text, records.records());
+  text += group;
+  return replaceWith(fileBytes(std::move(text), codePage_), false, &bytes);
+}
+
+// Bytes that are not the ones last read or written come from elsewhere: no record of the caller holds them.
+bool StoreFile::wouldLose(const std::string& bytes) const {
+  if (bytes == known_.bytes) return !known_.held;
+  FolderTable records;
+  return !readStore(bytes, section_, codePage_, records).whole || !records.empty();
+}
+
+WriteResult StoreFile::replaceWith(std::string bytes, bool held, const std::string* lost) {
+  WriteResult result = replaceFile(files_, path_, bytes, lost);
+  if (!result.ok()) return result;
+  const StoreShape shape{.blank = false, .marked = bytes.starts_with(utf8Mark)};
+  known_ = {std::move(bytes), shape, held};
+  return result;
+}
+
+}  // namespace store

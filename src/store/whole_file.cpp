@@ -1,0 +1,69 @@
+#include "store/whole_file.h"
+
+namespace store {
+
+namespace {
+
+FileStatus writeFlushClose(File& file, std::string_view bytes) {
+  FileStatus status = file.write(bytes);
+  if (status.ok()) status = file.flush();
+  const FileStatus closed = file.close();
+  return status.ok() ? closed : status;
+}
+
+FileStatus findFreeCopy(FileSystem& files, const std::string& path, std::string& copy) {
+  for (unsigned number = 1;; ++number) {
+    copy = path + ".unread-" + std::to_string(number);
+    const FileStatus found = files.exists(copy);
+    if (!found.ok()) return found;
+  }
+}
+
+}  // namespace
+
+FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
+  bytes.clear();
+  const OpenedFile opened = files.openForReading(path);
+  return opened.status.ok() ? opened.file->readAll(bytes) : opened.status;
+}
+
+FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes) {
+  const std::string beside = path + ".new";
+  const OpenedFile opened = files.create(beside);
+  if (!opened.status.ok()) return opened.status;
+  FileStatus status = writeFlushClose(*opened.file, bytes);
+  if (status.ok()) status = files.replace(beside, path);
+  // What a failed removal leaves behind is emptied by the next write.
+  if (!status.ok()) files.remove(beside);
+  return status;
+}
+
+WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
+                        const std::string* lost) {
+  std::string copy;
+  if (lost != nullptr) {
+    FileStatus status = findFreeCopy(files, path, copy);
+    if (status.missing()) status = writeAtomically(files, copy, *lost);
+    if (!status.ok()) return failure(status, copy);
+  }
+  const FileStatus status = writeAtomically(files, path, bytes);
+  if (status.ok()) {
+    WriteResult done;
+    done.keptCopy = copy;
+    return done;
+  }
+  if (lost != nullptr) files.remove(copy);
+  return failure(status, path);
+}
+
+WriteResult appendAtomically(File& file, const std::string& path, std::string_view bytes,
+                             std::string_view former) {
+  FileStatus status = file.write(bytes);
+  if (status.ok()) status = file.flush();
+  if (!status.ok() && file.truncate(former.size()).ok()) file.flush();
+  // Flushed bytes are on the disk whatever closing says; calling them lost would have them filed twice.
+  file.close();
+  return status.ok() ? WriteResult{} : failure(status, path);
+}
+
+}  // namespace store

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "store/file_system.h"
+#include "store/write_result.h"
+
+// Files are read whole, and changed whole or not at all.
+namespace store {
+
+// All bytes of the file; none when it is missing.
+FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes);
+
+// Creates or replaces the file in one step: the bytes go to "<path>.new", reach the disk, and take its place.
+// On failure the file is as before and the one beside it is gone.
+FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes);
+
+// The same, after `lost` (bytes of the file that the new ones do not stand for; null for none) has been put
+// aside in
+// "<path>.unread-<n>" under the first free number. If the file cannot be replaced, that copy is removed
+// again.
+WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
+                        const std::string* lost = nullptr);
+
+// One write at the end of `path`, which is open for appending and holds `former`. The bytes are on the disk
+// when this returns ok; on failure the file is cut back to its former length. Closes the file.
+WriteResult appendAtomically(File& file, const std::string& path, std::string_view bytes,
+                             std::string_view former);
+
+}  // namespace store
