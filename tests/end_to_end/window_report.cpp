@@ -1,0 +1,161 @@
+// Looks at the running program from outside, through nothing but window messages.
+//
+//   window_report report                the main window, its controls, open dialogs and tooltips, as JSON
+//   window_report wait-window SECONDS   0 once the main window is there and every folder has its count,
+//                                       2 when a message box comes first, 1 when the time is over
+//   window_report close                 asks the main window to close, as its close button does
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "control_report.h"
+#include "foreign_window.h"
+#include "json.h"
+
+namespace {
+
+constexpr std::wstring_view programFile = L"Quillet.exe";
+constexpr std::wstring_view mainTitle = L"Quillet";
+
+// The visible top-level windows of the program.
+struct ProgramWindows {
+  HWND main = nullptr;
+  std::vector<HWND> dialogs;  // message boxes, dialogs, menus
+  std::vector<HWND> tooltips;
+};
+
+bool belongsToProgram(HWND window) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+  if (!process) return false;
+  wchar_t path[MAX_PATH];
+  DWORD length = MAX_PATH;
+  const bool known = QueryFullProcessImageNameW(process, 0, path, &length);
+  CloseHandle(process);
+  const std::wstring_view file = known ? std::wstring_view(path, length) : L"";
+  return file.size() > programFile.size() && file.ends_with(programFile) &&
+         file[file.size() - programFile.size() - 1] == L'\\';
+}
+
+BOOL CALLBACK sortWindow(HWND window, LPARAM context) {
+  auto& windows = *reinterpret_cast<ProgramWindows*>(context);
+  if (!IsWindowVisible(window) || !belongsToProgram(window)) return TRUE;
+  const std::wstring name = classOf(window);
+  if (name == TOOLTIPS_CLASSW) {
+    windows.tooltips.push_back(window);
+  } else if (name != L"#32770" && !GetWindow(window, GW_OWNER) && textOf(window) == mainTitle) {
+    windows.main = window;
+  } else {
+    windows.dialogs.push_back(window);
+  }
+  return TRUE;
+}
+
+ProgramWindows findWindows() {
+  ProgramWindows windows;
+  EnumWindows(sortWindow, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
+HWND focusOf(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
+std::vector<HWND> descendants(HWND window) {
+  std::vector<HWND> found;
+  EnumChildWindows(
+      window,
+      [](HWND child, LPARAM context) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(context)->push_back(child);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&found));
+  return found;
+}
+
+std::string windowReport(HWND window) {
+  RECT frame{};
+  RECT client{};
+  GetWindowRect(window, &frame);
+  GetClientRect(window, &client);
+  std::vector<std::string> controls;
+  for (const HWND child : descendants(window)) controls.push_back(controlReport(child, focusOf(window)));
+  return json::object({{"class", json::text(classOf(window))},
+                       {"title", json::text(textOf(window))},
+                       {"enabled", json::flag(IsWindowEnabled(window))},
+                       {"foreground", json::flag(GetForegroundWindow() == window)},
+                       {"minimized", json::flag(IsIconic(window))},
+                       {"rect", json::rectangle(frame)},
+                       {"client", json::rectangle(onScreen(window, client))},
+                       {"controls", json::lines(controls)}});
+}
+
+std::string report() {
+  const ProgramWindows windows = findWindows();
+  std::vector<std::string> dialogs;
+  std::vector<std::string> tooltips;
+  for (const HWND dialog : windows.dialogs) dialogs.push_back(windowReport(dialog));
+  for (const HWND tooltip : windows.tooltips) tooltips.push_back(json::text(textOf(tooltip)));
+  return json::object({{"main", windows.main ? windowReport(windows.main) : "null"},
+                       {"dialogs", json::lines(dialogs)},
+                       {"tooltips", json::list(tooltips)}});
+}
+
+bool isFilled(HWND window) {
+  for (const HWND child : descendants(window))
+    if (classOf(child) == WC_TREEVIEWW) return everyFolderCounted(child);
+  return false;
+}
+
+int waitForWindow(double seconds) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds * 1000);
+  do {
+    try {
+      const ProgramWindows windows = findWindows();
+      if (!windows.dialogs.empty()) return 2;
+      if (windows.main && isFilled(windows.main)) return 0;
+    } catch (const std::runtime_error&) {
+      // A window that has just gone, or that is still busy: looked for again.
+    }
+    Sleep(50);
+  } while (GetTickCount64() < end);
+  return 1;
+}
+
+int run(std::string_view command, const char* argument) {
+  if (command == "report") {
+    const std::string text = report() + "\n";
+    _setmode(_fileno(stdout), _O_BINARY);
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? 0 : 3;
+  }
+  if (command == "wait-window" && argument) return waitForWindow(std::atof(argument));
+  if (command == "close") {
+    const HWND window = findWindows().main;
+    return window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1;
+  }
+  std::fputs("window_report report | wait-window SECONDS | close\n", stderr);
+  return 64;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  try {
+    return run(count > 1 ? arguments[1] : "", count > 2 ? arguments[2] : nullptr);
+  } catch (const std::exception& problem) {
+    std::fprintf(stderr, "window_report: %s\n", problem.what());
+    return 3;
+  }
+}
