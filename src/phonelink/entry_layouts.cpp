@@ -141,7 +141,9 @@ bool MessageEntry::setWideText(std::u16string_view units) {
   return true;
 }
 
-MessageEntry decodeMessage(MessageBytes bytes) { return decodeFields(bytes); }
+MessageEntry decodeMessage(MessageBytes bytes) {
+  return decodeFields(bytes);
+}
 
 MessageEntry decodeHandsetMessage(HandsetBytes bytes) {
   MessageEntry entry = decodeFields(bytes);
@@ -150,7 +152,8 @@ MessageEntry decodeHandsetMessage(HandsetBytes bytes) {
 }
 
 ContactEntry decodeContact(ContactBytes bytes) {
-  return {textAt(bytes, 0, contactNumberCapacity + 1), textAt(bytes, contactNameOffset, contactNameCapacity + 1)};
+  return {textAt(bytes, 0, contactNumberCapacity + 1),
+          textAt(bytes, contactNameOffset, contactNameCapacity + 1)};
 }
 
 WideContactEntry decodeWideContact(WideContactBytes bytes) {

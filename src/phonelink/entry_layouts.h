@@ -13,13 +13,13 @@
 // the span they are given.
 namespace phonelink {
 
-inline constexpr std::size_t maxEntries = 1000;           // entries in every buffer the program hands out
-inline constexpr std::size_t messageEntrySize = 212;      // received, outgoing and sent messages
-inline constexpr std::size_t handsetEntrySize = 214;      // the same, then an unsigned 16-bit status
-inline constexpr std::size_t contactHeadSize = 4;         // head of both phonebook buffers, not read
-inline constexpr std::size_t contactEntrySize = 40;       // number (20 bytes), name (20 bytes)
-inline constexpr std::size_t wideContactEntrySize = 2836; // name (UTF-16LE, 255 bytes), number
-inline constexpr std::size_t contactBufferSize = 40'000;  // head and whole entries of zelGetPB
+inline constexpr std::size_t maxEntries = 1000;            // entries in every buffer the program hands out
+inline constexpr std::size_t messageEntrySize = 212;       // received, outgoing and sent messages
+inline constexpr std::size_t handsetEntrySize = 214;       // the same, then an unsigned 16-bit status
+inline constexpr std::size_t contactHeadSize = 4;          // head of both phonebook buffers, not read
+inline constexpr std::size_t contactEntrySize = 40;        // number (20 bytes), name (20 bytes)
+inline constexpr std::size_t wideContactEntrySize = 2836;  // name (UTF-16LE, 255 bytes), number
+inline constexpr std::size_t contactBufferSize = 40'000;   // head and whole entries of zelGetPB
 inline constexpr std::size_t wideContactBufferSize = contactHeadSize + maxEntries * wideContactEntrySize;
 
 inline constexpr std::size_t phoneCapacity = 16;     // characters of a number, its NUL not counted
@@ -43,12 +43,12 @@ inline constexpr std::uint16_t statusOutgoing = 7;
 // One message as it crosses the boundary. `text` holds the field's bytes as they are: in the system code
 // page, or UTF-16LE where both sides have agreed on 16-bit texts and `coding` is codingUcs2.
 struct MessageEntry {
-  std::string phone;                        // at most phoneCapacity bytes
+  std::string phone;  // at most phoneCapacity bytes
   std::uint8_t coding = codingDefault;
-  std::string time;                         // at most timeCapacity bytes
+  std::string time;  // at most timeCapacity bytes
   std::array<char, textCapacity> text{};
-  std::int16_t number = 0;                  // storage number in the handset
-  std::uint16_t status = 0;                 // handset entries only
+  std::int16_t number = 0;   // storage number in the handset
+  std::uint16_t status = 0;  // handset entries only
 
   // The text up to its first NUL, as bytes of the system code page.
   std::string narrowText() const;

@@ -1,0 +1,34 @@
+#include "framework/dialog.h"
+
+#include "framework/resources.h"
+#include "framework/text.h"
+
+namespace framework {
+
+const MessageMap* CDialog::messageMap() const {
+  static constexpr MessageEntry entries[] = {
+      onPlain<&CDialog::onInit>(WM_INITDIALOG),
+      onControl<&CDialog::onOk>(BN_CLICKED, IDOK),
+      onControl<&CDialog::onCancel>(BN_CLICKED, IDCANCEL),
+  };
+  static const MessageMap map{entries, CWnd::messageMap()};
+  return &map;
+}
+
+INT_PTR CDialog::doModal(HWND owner) {
+  const CreationScope scope(*this);
+  return DialogBoxParamW(
+      moduleWithResource(RT_DIALOG, resourceId_), MAKEINTRESOURCEW(resourceId_), owner,
+      [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+}
+
+void CDialog::setItemText(UINT id, std::string_view text) {
+  SetWindowTextW(item(id), toWide(text).c_str());
+}
+
+LRESULT CDialog::onInit() {
+  defaultProcessing();
+  return onInitDialog();
+}
+
+}  // namespace framework

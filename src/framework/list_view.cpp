@@ -1,0 +1,57 @@
+#include "framework/list_view.h"
+
+#include "framework/text.h"
+
+namespace framework {
+
+void CListView::insertColumn(int column, std::string_view heading, int alignment, int width, int subItem) {
+  std::wstring wide = toWide(heading);
+  LVCOLUMNW insert{};
+  insert.mask = LVCF_TEXT | LVCF_FMT | LVCF_WIDTH;
+  insert.pszText = wide.data();
+  insert.fmt = alignment;
+  insert.cx = width;
+  if (subItem >= 0) {
+    insert.mask |= LVCF_SUBITEM;
+    insert.iSubItem = subItem;
+  }
+  ListView_InsertColumn(handle(), column, &insert);
+}
+
+int CListView::insertItem(int row, std::string_view text, LPARAM data) {
+  std::wstring wide = toWide(text);
+  LVITEMW item{};
+  item.mask = LVIF_TEXT | LVIF_PARAM;
+  item.iItem = row;
+  item.pszText = wide.data();
+  item.lParam = data;
+  return ListView_InsertItem(handle(), &item);
+}
+
+void CListView::setItemText(int row, int column, std::string_view text) {
+  std::wstring wide = toWide(text);
+  ListView_SetItemText(handle(), row, column, wide.data());
+}
+
+std::string CListView::itemText(int row, int column) const {
+  std::wstring text(256, L'\0');
+  for (;;) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    const auto length = static_cast<std::size_t>(
+        send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
+    if (length + 1 < text.size()) return toUtf8({text.data(), length});
+    text.resize(4 * text.size());
+  }
+}
+
+LPARAM CListView::itemData(int row) const {
+  LVITEMW item{};
+  item.mask = LVIF_PARAM;
+  item.iItem = row;
+  return ListView_GetItem(handle(), &item) ? item.lParam : 0;
+}
+
+}  // namespace framework

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <string_view>
+
+#include "framework/view.h"
+
+namespace framework {
+
+// A view that is a list control. Texts are UTF-8.
+class CListView : public CView {
+ public:
+  void insertColumn(int column, std::string_view heading, int alignment, int width, int subItem);
+  void deleteColumn(int column) { ListView_DeleteColumn(handle(), column); }
+  void setColumnWidth(int column, int width) { ListView_SetColumnWidth(handle(), column, width); }
+  int insertItem(int row, std::string_view text, LPARAM data);
+  void setItemText(int row, int column, std::string_view text);
+  std::string itemText(int row, int column) const;
+  LPARAM itemData(int row) const;
+  void deleteAllItems() { ListView_DeleteAllItems(handle()); }
+  int itemCount() const { return ListView_GetItemCount(handle()); }
+  int selectedCount() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
+  // The next selected row after `row` (-1 = from the start); -1 when there is none.
+  int nextSelected(int row) const { return ListView_GetNextItem(handle(), row, LVNI_SELECTED); }
+
+ protected:
+  void preCreateWindow(CREATESTRUCTW& c) override { c.lpszClass = WC_LISTVIEWW; }
+};
+
+}  // namespace framework

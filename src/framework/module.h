@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+#include "framework/handles.h"
+
+// Modules and the system's own words for an error.
+namespace framework {
+
+// Folder of the program file, ending in a backslash (UTF-8).
+std::string moduleDirectory();
+
+// Makes LoadLibrary look in the program's own folder and the system's only, never in the current one.
+void restrictLibrarySearch();
+
+// A library from that folder (a full path ending in a backslash), else from the system's folder; null when
+// neither has one that can be loaded. What it needs itself comes from the same two places.
+UniqueModule loadLibrary(const std::string& folder, const std::string& name);
+
+// A library opened for its resources only, by full path; none of its code runs.
+UniqueModule loadResourceLibrary(const std::string& path);
+
+// The system's text for an error number, without a line end; the number itself when it has none.
+std::string systemErrorText(std::uint32_t code);
+
+}  // namespace framework

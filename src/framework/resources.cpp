@@ -1,0 +1,37 @@
+#include "framework/resources.h"
+
+#include "framework/text.h"
+
+namespace framework {
+namespace {
+
+HMODULE currentModule = nullptr;
+
+std::string stringOf(HMODULE module, UINT id) {
+  const wchar_t* text = nullptr;  // with size 0 the call hands out the text in place
+  const int length = LoadStringW(module, id, reinterpret_cast<wchar_t*>(&text), 0);
+  return length > 0 ? toUtf8({text, static_cast<std::size_t>(length)}) : std::string();
+}
+
+}  // namespace
+
+void setResourceModule(HMODULE module) {
+  currentModule = module;
+}
+
+HMODULE resourceModule() {
+  return currentModule;
+}
+
+std::string loadString(UINT id) {
+  std::string text;
+  if (currentModule) text = stringOf(currentModule, id);
+  return text.empty() ? stringOf(GetModuleHandleW(nullptr), id) : text;
+}
+
+HMODULE moduleWithResource(const wchar_t* type, UINT id) {
+  const bool inLibrary = currentModule && FindResourceW(currentModule, MAKEINTRESOURCEW(id), type);
+  return inLibrary ? currentModule : GetModuleHandleW(nullptr);
+}
+
+}  // namespace framework

@@ -1,0 +1,38 @@
+#include "framework/tree_view.h"
+
+#include "framework/text.h"
+
+namespace framework {
+
+HTREEITEM CTreeView::insertItem(HTREEITEM parent, std::string_view text, int image) {
+  std::wstring wide = toWide(text);
+  TVINSERTSTRUCTW insert{};
+  insert.hParent = parent;
+  insert.hInsertAfter = TVI_LAST;
+  insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+  insert.item.pszText = wide.data();
+  insert.item.iImage = image;
+  insert.item.iSelectedImage = image;
+  return TreeView_InsertItem(handle(), &insert);
+}
+
+void CTreeView::setItemText(HTREEITEM item, std::string_view text) {
+  std::wstring wide = toWide(text);
+  TVITEMW change{};
+  change.mask = TVIF_TEXT;
+  change.hItem = item;
+  change.pszText = wide.data();
+  TreeView_SetItem(handle(), &change);
+}
+
+std::string CTreeView::itemText(HTREEITEM item) const {
+  wchar_t text[260] = L"";  // the control itself shows no more
+  TVITEMW query{};
+  query.mask = TVIF_TEXT;
+  query.hItem = item;
+  query.pszText = text;
+  query.cchTextMax = static_cast<int>(std::size(text));
+  return TreeView_GetItem(handle(), &query) ? toUtf8(text) : std::string();
+}
+
+}  // namespace framework

@@ -1,0 +1,182 @@
+#include "framework/wnd.h"
+
+#include <exception>
+
+#include "framework/text.h"
+
+namespace framework {
+namespace {
+
+constexpr UINT_PTR subclassId = 1;
+constexpr wchar_t objectProperty[] = L"Quillet.Window";
+
+// The object that the next created window belongs to; set by CreationScope only.
+CWnd* awaitingWindow = nullptr;
+
+}  // namespace
+
+CWnd::~CWnd() {
+  destroy();
+}
+
+CWnd* CWnd::fromHandle(HWND window) {
+  return window ? static_cast<CWnd*>(GetPropW(window, objectProperty)) : nullptr;
+}
+
+bool CWnd::create(const CREATESTRUCTW& wanted) {
+  CREATESTRUCTW c = wanted;
+  c.hInstance = GetModuleHandleW(nullptr);
+  preCreateWindow(c);
+  const CreationScope scope(*this);
+  return CreateWindowExW(c.dwExStyle, c.lpszClass, c.lpszName, static_cast<DWORD>(c.style), c.x, c.y, c.cx,
+                         c.cy, c.hwndParent, c.hMenu, c.hInstance, c.lpCreateParams) != nullptr;
+}
+
+bool CWnd::createChild(const wchar_t* className, DWORD style, const RECT& place, HWND parent, UINT id) {
+  CREATESTRUCTW c{};
+  c.lpszClass = className;
+  c.style = static_cast<LONG>(style | WS_CHILD);
+  c.x = place.left, c.y = place.top, c.cx = place.right - place.left, c.cy = place.bottom - place.top;
+  c.hwndParent = parent;
+  c.hMenu = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id));
+  return create(c);
+}
+
+void CWnd::destroy() {
+  if (!handle_) return;
+  // The class's own handlers are gone by the time a destructor comes here; the window goes without them.
+  DestroyWindow(handle_);
+}
+
+bool CWnd::attach(HWND window) {
+  if (handle_ || !SetPropW(window, objectProperty, this)) return false;
+  if (!SetWindowSubclass(window, subclassProc, subclassId, reinterpret_cast<DWORD_PTR>(this))) {
+    RemovePropW(window, objectProperty);
+    return false;
+  }
+  handle_ = window;
+  return true;
+}
+
+std::string CWnd::text() const {
+  std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(handle_)) + 1, L'\0');
+  wide.resize(static_cast<std::size_t>(GetWindowTextW(handle_, wide.data(), static_cast<int>(wide.size()))));
+  return toUtf8(wide);
+}
+
+void CWnd::setText(std::string_view text) {
+  SetWindowTextW(handle_, toWide(text).c_str());
+}
+
+RECT CWnd::clientRect() const {
+  RECT rect{};
+  GetClientRect(handle_, &rect);
+  return rect;
+}
+
+bool CWnd::preTranslateMessage(MSG&) {
+  return false;
+}
+
+LRESULT CWnd::defaultProcessing() {
+  return DefSubclassProc(handle_, current_.message, current_.wParam, current_.lParam);
+}
+
+const MessageEntry* CWnd::findHandler(UINT message, UINT code, UINT id) const {
+  const auto serves = [=](const MessageEntry& entry) {
+    return entry.message == message && (entry.code == anyCode || entry.code == code) &&
+           (entry.id == 0 || entry.id == id);
+  };
+  for (const MessageMap* map = messageMap(); map; map = map->base)
+    for (const MessageEntry& entry : map->entries)
+      if (serves(entry)) return &entry;
+  return nullptr;
+}
+
+bool CWnd::reflect(HWND control, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+  CWnd* const child = fromHandle(control);
+  if (!child || child == this) return false;
+  const UINT code =
+      message == reflectedNotify ? reinterpret_cast<const NMHDR*>(lParam)->code : HIWORD(wParam);
+  const MessageEntry* const entry = child->findHandler(message, code, 0);
+  if (!entry) return false;
+  result = entry->handle(*child, wParam, lParam);
+  return true;
+}
+
+LRESULT CWnd::windowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+  UINT code = 0;
+  UINT id = 0;
+  LRESULT result = 0;
+  if (message == WM_NOTIFY) {
+    const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+    code = header.code;
+    id = static_cast<UINT>(header.idFrom);
+    if (reflect(header.hwndFrom, reflectedNotify, wParam, lParam, result)) return result;
+  } else if (message == WM_COMMAND) {
+    code = HIWORD(wParam);
+    id = LOWORD(wParam);
+    if (lParam && reflect(reinterpret_cast<HWND>(lParam), reflectedCommand, wParam, lParam, result))
+      return result;
+  }
+  if (const MessageEntry* entry = findHandler(message, code, id)) return entry->handle(*this, wParam, lParam);
+  return defaultProcessing();
+}
+
+LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                    DWORD_PTR object) {
+  auto& self = *reinterpret_cast<CWnd*>(object);
+  const Current outer = self.current_;
+  self.current_ = {message, wParam, lParam};
+  LRESULT result = 0;
+  try {
+    result = self.windowProc(message, wParam, lParam);
+  } catch (const std::exception& problem) {
+    // Nothing may escape into Windows. What reaches this point is lack of memory or a fault of ours.
+    MessageBoxW(nullptr, toWide(problem.what()).c_str(), L"Quillet", MB_OK | MB_ICONERROR);
+  }
+  if (message == WM_NCDESTROY) {
+    RemoveWindowSubclass(window, subclassProc, subclassId);
+    RemovePropW(window, objectProperty);
+    self.handle_ = nullptr;
+  }
+  self.current_ = outer;
+  return result;
+}
+
+CreationScope::CreationScope(CWnd& window)
+    : hook_(SetWindowsHookExW(WH_CBT, hookProc, nullptr, GetCurrentThreadId())), former_(awaitingWindow) {
+  awaitingWindow = &window;
+}
+
+CreationScope::~CreationScope() {
+  if (hook_) UnhookWindowsHookEx(hook_);
+  awaitingWindow = former_;
+}
+
+LRESULT CALLBACK CreationScope::hookProc(int code, WPARAM wParam, LPARAM lParam) {
+  wchar_t className[8] = L"";
+  if (code == HCBT_CREATEWND) GetClassNameW(reinterpret_cast<HWND>(wParam), className, 8);
+  // The input method's own window may be created in between; it is never the awaited one.
+  if (code == HCBT_CREATEWND && awaitingWindow && lstrcmpiW(className, L"IME") != 0) {
+    CWnd* const window = awaitingWindow;
+    awaitingWindow = nullptr;
+    window->attach(reinterpret_cast<HWND>(wParam));
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+const wchar_t* registerWindowClass(const wchar_t* name, HCURSOR cursor, HBRUSH background, HICON icon) {
+  WNDCLASSEXW c{};
+  c.cbSize = sizeof c;
+  c.lpfnWndProc = DefWindowProcW;
+  c.hInstance = GetModuleHandleW(nullptr);
+  c.hCursor = cursor;
+  c.hbrBackground = background;
+  c.hIcon = icon;
+  c.lpszClassName = name;
+  RegisterClassExW(&c);  // a second registration of the same name changes nothing
+  return name;
+}
+
+}  // namespace framework

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <type_traits>
+
+#if defined(_WIN32)
+#define PHONELINK_CALL __cdecl
+#else
+#define PHONELINK_CALL
+#endif
+
+namespace phonelink {
+
+// The entry points of a phone-link library in the order in which they are bound. An entry that the library
+// does not export stays empty. Buffers are those of entry_layouts.h, owned by the caller and zeroed.
+struct EntryPoints {
+  int(PHONELINK_CALL* zelOpenSIM)(int port, int baudRate) = nullptr;  // nonzero = opened
+  int(PHONELINK_CALL* zelInitSMS)() = nullptr;                        // nonzero = ready
+  void* zelGetSMS = nullptr;                                          // never called
+  int(PHONELINK_CALL* zelGetHandSetSMS)(void* entries) = nullptr;     // number of 214-byte entries
+  int(PHONELINK_CALL* zelGetSenderSMS)(void* entries) = nullptr;      // number of 212-byte entries
+  int(PHONELINK_CALL* zelGetReceiverSMS)(void* entries) = nullptr;    // number of 212-byte entries
+  int(PHONELINK_CALL* zelSendSMS)(void* entry) = nullptr;             // -1 = failed
+  void* zelPutSMS = nullptr;                                          // never called
+  int(PHONELINK_CALL* zelGetPB)(void* buffer) = nullptr;              // number of 40-byte entries
+  int(PHONELINK_CALL* zelGetPB_KOVA)(void* buffer) = nullptr;         // number of 2836-byte entries
+  int(PHONELINK_CALL* zelInitPB)() = nullptr;                         // nonzero = phonebook readable
+  void* zelDeleteSMS = nullptr;                                       // never called
+  int(PHONELINK_CALL* zelCloseSIM)() = nullptr;
+
+  // Offered by some libraries beyond the thirteen: nonzero for 1 = texts may cross as UTF-16.
+  int(PHONELINK_CALL* zelUnicode)(int on) = nullptr;
+};
+
+// Fills every entry from `find`, which gives the address of an exported name or null.
+template <class Find>
+EntryPoints bindEntryPoints(Find&& find) {
+  EntryPoints points;
+  const auto bind = [&find](auto& point, const char* name) {
+    point = reinterpret_cast<std::remove_reference_t<decltype(point)>>(find(name));
+  };
+  bind(points.zelOpenSIM, "zelOpenSIM");
+  bind(points.zelInitSMS, "zelInitSMS");
+  bind(points.zelGetSMS, "zelGetSMS");
+  bind(points.zelGetHandSetSMS, "zelGetHandSetSMS");
+  bind(points.zelGetSenderSMS, "zelGetSenderSMS");
+  bind(points.zelGetReceiverSMS, "zelGetReceiverSMS");
+  bind(points.zelSendSMS, "zelSendSMS");
+  bind(points.zelPutSMS, "zelPutSMS");
+  bind(points.zelGetPB, "zelGetPB");
+  bind(points.zelGetPB_KOVA, "zelGetPB_KOVA");
+  bind(points.zelInitPB, "zelInitPB");
+  bind(points.zelDeleteSMS, "zelDeleteSMS");
+  bind(points.zelCloseSIM, "zelCloseSIM");
+  bind(points.zelUnicode, "zelUnicode");
+  return points;
+}
+
+}  // namespace phonelink

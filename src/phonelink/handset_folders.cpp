@@ -1,0 +1,22 @@
+#include "phonelink/handset_folders.h"
+
+#include <utility>
+
+#include "phonelink/entry_layouts.h"
+
+namespace phonelink {
+
+bool belongsTo(store::Folder folder, std::uint16_t status) {
+  if (folder == store::Folder::MInbox) return status == statusReceivedRead || status == statusReceivedUnread;
+  return folder == store::Folder::MOutbox && status == statusOutgoing;
+}
+
+void readHandsetFolder(PhoneLink& link, store::Folder folder, store::FolderTable& table) {
+  table.clear();
+  auto listed = folder == store::Folder::MInbox ? link.receivedMessages() : link.outgoingMessages();
+  for (store::SmsRecord& record : listed) table.append(std::move(record));
+  for (HandsetMessage& message : link.handsetMessages())
+    if (belongsTo(folder, message.status)) table.append(std::move(message.record));
+}
+
+}  // namespace phonelink

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "phonelink/entry_points.h"
+#include "store/code_page.h"
+#include "store/sms_record.h"
+
+namespace phonelink {
+
+inline constexpr int baudRate = 115200;
+
+// A message of the handset's own memory with what the handset says of it.
+struct HandsetMessage {
+  store::SmsRecord record;
+  std::uint16_t status = 0;
+};
+
+// The bound phone-link library as the program uses it: every call is guarded, so that without a library, or
+// with one that lacks a name, reads give no messages, opening fails and closing does nothing. What comes back
+// is hostile: counts are clamped to the buffer and texts end at their field's end. Owned by the application;
+// borrows the code page.
+class PhoneLink {
+ public:
+  explicit PhoneLink(const store::CodePage& codePage) : codePage_(codePage) {}
+
+  // Takes over the entry points of a loaded library and agrees on 16-bit texts if it offers them.
+  void bind(const EntryPoints& points);
+  // Forgets the library; it may then be unloaded.
+  void unbind();
+  bool isBound() const { return bound_; }
+  bool wideTexts() const { return wideTexts_; }
+  const EntryPoints& entryPoints() const { return points_; }
+
+  // zelOpenSIM, then zelInitSMS if that succeeded.
+  bool open(int port);
+  void close();
+
+  std::vector<store::SmsRecord> receivedMessages();
+  std::vector<store::SmsRecord> outgoingMessages();
+  std::vector<HandsetMessage> handsetMessages();
+
+ private:
+  using Read = int(PHONELINK_CALL*)(void*);
+
+  // Zeroes the shared buffer and lets the library fill it; the number of entries that are really there.
+  std::size_t fill(Read read, std::size_t entrySize);
+  std::vector<store::SmsRecord> messages(Read read);
+
+  const store::CodePage& codePage_;
+  EntryPoints points_;
+  bool bound_ = false;
+  bool wideTexts_ = false;
+  std::vector<std::byte> buffer_;
+};
+
+}  // namespace phonelink

@@ -1,0 +1,81 @@
+#include "skin/setting_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace skin {
+namespace {
+
+constexpr std::string_view blanks = " \t\r\f\v";
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(blanks);
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equalInAnyCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string_view unquoted(std::string_view value) {
+  const bool quoted =
+      value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+  return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+}  // namespace
+
+std::optional<std::string> findSetting(std::string_view text, std::string_view section,
+                                       std::string_view key) {
+  bool inSection = false;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    const std::string_view line = trimmed(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+    if (line.empty() || line.front() == ';') continue;
+    if (line.front() == '[') {
+      inSection = equalInAnyCase(trimmed(line.substr(1, line.find(']') - 1)), section);
+      continue;
+    }
+    const std::size_t equals = line.find('=');
+    if (!inSection || equals == std::string_view::npos) continue;
+    if (equalInAnyCase(trimmed(line.substr(0, equals)), key))
+      return std::string(unquoted(trimmed(line.substr(equals + 1))));
+  }
+  return std::nullopt;
+}
+
+std::optional<std::array<int, 4>> parseRect(std::string_view value) {
+  std::array<int, 4> rect{};
+  for (std::size_t i = 0; i < rect.size(); ++i) {
+    const std::size_t comma = value.find(',');
+    const bool last = i + 1 == rect.size();
+    if ((comma == std::string_view::npos) != last) return std::nullopt;
+    const std::string_view field = trimmed(value.substr(0, comma));
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), rect[i]);
+    if (error != std::errc{} || end != field.data() + field.size()) return std::nullopt;
+    if (!last) value.remove_prefix(comma + 1);
+  }
+  return rect;
+}
+
+int leadingNumber(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\f\v"), text.size()));
+  const bool negative = text.starts_with('-');
+  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+  long long number = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') break;
+    number = std::min(number * 10 + (c - '0'), 1LL + std::numeric_limits<int>::max());
+  }
+  return static_cast<int>(negative ? -number : std::min<long long>(number, std::numeric_limits<int>::max()));
+}
+
+}  // namespace skin
