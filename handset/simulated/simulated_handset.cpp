@@ -1,0 +1,168 @@
+#include "handset/simulated/simulated_handset.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "handset/simulated/storage_numbers.h"
+#include "phonelink/entry_layouts.h"
+
+namespace handset {
+namespace {
+
+bool isReceived(const Message& message) {
+  return message.status == phonelink::statusReceivedRead || message.status == phonelink::statusReceivedUnread;
+}
+
+bool isOutgoing(const Message& message) {
+  return message.status == phonelink::statusOutgoing;
+}
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+void appendTwoDigits(std::string& text, int value) {
+  text.push_back(static_cast<char>('0' + value / 10 % 10));
+  text.push_back(static_cast<char>('0' + value % 10));
+}
+
+}  // namespace
+
+std::string handsetTime(const LocalTime& time) {
+  std::string text;
+  for (const int part : {time.year, time.month, time.day, time.hour, time.minute, time.second})
+    appendTwoDigits(text, part);
+  const int quarters = std::min(std::abs(time.zoneQuarters), 79);
+  const int behind = time.zoneQuarters < 0 ? 8 : 0;
+  text.push_back("0123456789ABCDEF"[quarters / 10 + behind]);
+  text.push_back(static_cast<char>('0' + quarters % 10));
+  return text;
+}
+
+SimulatedHandset::SimulatedHandset(std::unique_ptr<Environment> environment)
+    : environment_{std::move(environment)} {}
+
+std::optional<Content> SimulatedHandset::load() {
+  // One byte more than is used, so that a file which is too long can be told.
+  const std::optional<std::string> file = environment_->readContent(maxContentSize + 1);
+  if (!file) return std::nullopt;
+  return parseContent(*file);
+}
+
+bool SimulatedHandset::open(int /*port*/, int /*baud*/) {
+  std::optional<Content> content = load();
+  if (!content) {
+    environment_->report("there is no content to simulate a handset from");
+    return false;
+  }
+  content_ = std::move(*content);
+  for (const Problem& problem : content_.problems)
+    environment_->report("line " + std::to_string(problem.line) + ": " + problem.what);
+  numberSentMessages();
+  takeTime();
+  return content_.settings.open;
+}
+
+// A message keeps its place in the SIM's store unless the file, edited since, has put another one there.
+void SimulatedHandset::numberSentMessages() {
+  StorageNumbers numbers;
+  for (const Message& message : messagesIn(Store::sim)) numbers.take(message.storageNumber);
+  for (Message& message : sent_) {
+    if (numbers.isTaken(message.storageNumber)) {
+      message.storageNumber = numbers.takeFree();
+    } else {
+      numbers.take(message.storageNumber);
+    }
+  }
+}
+
+bool SimulatedHandset::init() {
+  takeTime();
+  return content_.settings.init;
+}
+
+void SimulatedHandset::close() {
+  takeTime();
+}
+
+// Asked before the first open, while it is still unknown whether there is a file: without one, yes.
+bool SimulatedHandset::offersUnicode() {
+  const std::optional<Content> content = load();
+  return !content || content->settings.unicode;
+}
+
+std::optional<std::vector<Message>> SimulatedHandset::simReceived() {
+  takeTime();
+  std::vector<Message> messages = messagesIn(Store::sim);
+  std::erase_if(messages, [](const Message& message) { return !isReceived(message); });
+  return messages;
+}
+
+std::optional<std::vector<Message>> SimulatedHandset::simOutgoing() {
+  takeTime();
+  std::vector<Message> messages = messagesIn(Store::sim);
+  std::erase_if(messages, [](const Message& message) { return !isOutgoing(message); });
+  messages.insert(messages.end(), sent_.begin(), sent_.end());
+  return messages;
+}
+
+std::optional<std::vector<Message>> SimulatedHandset::phoneMessages() {
+  takeTime();
+  return messagesIn(Store::phone);
+}
+
+bool SimulatedHandset::send(std::string_view number, std::string_view text) {
+  takeTime();
+  const std::vector<std::string>& unreachable = content_.settings.unreachable;
+  if (std::find(unreachable.begin(), unreachable.end(), number) != unreachable.end()) return false;
+  if (std::none_of(number.begin(), number.end(), isDigit)) return false;
+
+  StorageNumbers numbers;
+  for (const Message& message : messagesIn(Store::sim)) numbers.take(message.storageNumber);
+  for (const Message& message : sent_) numbers.take(message.storageNumber);
+  const std::int16_t place = numbers.takeFree();
+  if (place == 0) return false;
+
+  sent_.push_back({.number = std::string{number},
+                   .time = handsetTime(environment_->now()),
+                   .text = std::string{text},
+                   .status = phonelink::statusOutgoing,
+                   .storageNumber = place});
+  return true;
+}
+
+bool SimulatedHandset::initPhonebook() {
+  takeTime();
+  return content_.settings.phonebook;
+}
+
+std::optional<std::vector<Contact>> SimulatedHandset::simContacts() {
+  return contactsIn(Store::sim);
+}
+
+std::optional<std::vector<Contact>> SimulatedHandset::phoneContacts() {
+  return contactsIn(Store::phone);
+}
+
+std::vector<Message> SimulatedHandset::messagesIn(Store store) const {
+  std::vector<Message> messages;
+  for (const StoredMessage& stored : content_.messages)
+    if (stored.store == store) messages.push_back(stored.message);
+  return messages;
+}
+
+std::optional<std::vector<Contact>> SimulatedHandset::contactsIn(Store store) {
+  takeTime();
+  if (!content_.settings.phonebook) return std::nullopt;
+  std::vector<Contact> contacts;
+  for (const StoredContact& stored : content_.contacts)
+    if (stored.store == store) contacts.push_back(stored.contact);
+  return contacts;
+}
+
+void SimulatedHandset::takeTime() {
+  if (content_.settings.delay > 0) environment_->pause(content_.settings.delay);
+}
+
+}  // namespace handset
