@@ -1,0 +1,110 @@
+#include <cstddef>
+#include <memory>
+#include <span>
+
+#include "handset/library.h"
+#include "handset/simulated/simulated_handset.h"
+#include "handset/windows_code_page.h"
+#include "handset/windows_environment.h"
+
+// The functions that the program binds by name. Buffers are the program's, of the sizes that the entry
+// layouts give; no exception leaves a function. Calls come from one thread at a time.
+
+namespace {
+
+constexpr int failed = 0;
+constexpr int notSent = -1;
+
+// Made by the first call, gone with the library.
+handset::Library& library() {
+  static handset::Library instance{
+      std::make_unique<handset::SimulatedHandset>(std::make_unique<handset::WindowsEnvironment>()),
+      std::make_unique<handset::WindowsCodePage>()};
+  return instance;
+}
+
+template <typename Call>
+int guarded(int result, Call call) noexcept {
+  try {
+    return call(library());
+  } catch (...) {
+    return result;
+  }
+}
+
+// One of the reads that fill a buffer of `size` bytes.
+int read(int (handset::Library::*operation)(std::span<std::byte>), void* buffer, std::size_t size) noexcept {
+  if (buffer == nullptr) return 0;
+  return guarded(0, [&](handset::Library& l) {
+    return (l.*operation)({static_cast<std::byte*>(buffer), size});
+  });
+}
+
+constexpr std::size_t messagesSize = phonelink::maxEntries * phonelink::messageEntrySize;
+constexpr std::size_t handsetMessagesSize = phonelink::maxEntries * phonelink::handsetEntrySize;
+
+}  // namespace
+
+#define PHONE_LINK extern "C" __declspec(dllexport) int __cdecl
+
+PHONE_LINK zelOpenSIM(int port, int baud) {
+  return guarded(failed, [=](handset::Library& l) { return l.open(port, baud); });
+}
+
+PHONE_LINK zelInitSMS() {
+  return guarded(failed, [](handset::Library& l) { return l.init(); });
+}
+
+PHONE_LINK zelCloseSIM() {
+  return guarded(failed, [](handset::Library& l) {
+    l.close();
+    return 1;
+  });
+}
+
+PHONE_LINK zelUnicode(int on) {
+  return guarded(failed, [=](handset::Library& l) { return l.setUnicode(on); });
+}
+
+PHONE_LINK zelGetReceiverSMS(void* entries) {
+  return read(&handset::Library::receivedMessages, entries, messagesSize);
+}
+
+PHONE_LINK zelGetSenderSMS(void* entries) {
+  return read(&handset::Library::outgoingMessages, entries, messagesSize);
+}
+
+PHONE_LINK zelGetHandSetSMS(void* entries) {
+  return read(&handset::Library::handsetMessages, entries, handsetMessagesSize);
+}
+
+PHONE_LINK zelSendSMS(const void* entry) {
+  if (entry == nullptr) return notSent;
+  return guarded(notSent, [=](handset::Library& l) {
+    return l.send(phonelink::MessageBytes{static_cast<const std::byte*>(entry), phonelink::messageEntrySize});
+  });
+}
+
+PHONE_LINK zelInitPB() {
+  return guarded(failed, [](handset::Library& l) { return l.initPhonebook(); });
+}
+
+PHONE_LINK zelGetPB(void* buffer) {
+  return read(&handset::Library::contacts, buffer, phonelink::contactBufferSize);
+}
+
+PHONE_LINK zelGetPB_KOVA(void* buffer) {
+  return read(&handset::Library::wideContacts, buffer, phonelink::wideContactBufferSize);
+}
+
+// Not offered: reading one message, storing one and deleting one. The names exist because programs bind them;
+// the answers are those of a call that did nothing. The caller cleans up whatever it passes.
+PHONE_LINK zelGetSMS() {
+  return 0;
+}
+PHONE_LINK zelPutSMS() {
+  return -1;
+}
+PHONE_LINK zelDeleteSMS() {
+  return failed;
+}
