@@ -166,7 +166,9 @@ std::string statusParts(HWND bar) {
 
 std::string controlReport(HWND control, HWND focus) {
   RECT rectangle{};
+  RECT client{};
   GetWindowRect(control, &rectangle);
+  GetClientRect(control, &client);
   const std::wstring name = classOf(control);
   Fields fields = {{"class", json::text(name)},
                    {"id", json::number(GetDlgCtrlID(control))},
@@ -174,7 +176,8 @@ std::string controlReport(HWND control, HWND focus) {
                    {"visible", json::flag(IsWindowVisible(control))},
                    {"enabled", json::flag(IsWindowEnabled(control))},
                    {"focused", json::flag(control == focus)},
-                   {"rect", json::rectangle(rectangle)}};
+                   {"rect", json::rectangle(rectangle)},
+                   {"client", json::rectangle(onScreen(control, client))}};
   if (name == WC_TREEVIEWW) {
     fields.emplace_back("items", treeItems(control));
   } else if (name == WC_LISTVIEWW) {

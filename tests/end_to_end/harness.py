@@ -1,0 +1,275 @@
+"""Starts a copy of the shipped folder, presses real keys and buttons, and looks at the window from outside."""
+
+import dataclasses
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+OUT = ROOT / "out"
+SHIPPED = ROOT / "dist" / "Quillet"
+HANDSET = ROOT / "handset" / "handset.txt"
+REPORTER = OUT / "mingw" / "tests" / "end_to_end" / "window_report.exe"
+PICTURES = OUT / "pictures"
+
+NEW, SAVE, DELETE, DELETE_ALL, REFRESH = 32771, 32773, 32774, 32775, 32783
+
+
+def wait_until(condition, what, timeout=10):
+    """The first true value of `condition`, asked again and again; fails when none comes in time."""
+    end = time.monotonic() + timeout
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {timeout} s in vain: {what}")
+        time.sleep(0.03)
+
+
+def xdotool(*steps):
+    """Runs xdotool commands one after the other, with a breath between them as a hand would take."""
+    words = []
+    for step in steps:
+        words += ([] if not words else ["sleep", "0.04"]) + [str(word) for word in step]
+    subprocess.run(["xdotool", *words], check=True, timeout=20)
+
+
+def middle(rect):
+    left, top, width, height = rect
+    return left + width // 2, top + height // 2
+
+
+def click(rect):
+    xdotool(("mousemove", *middle(rect)), ("click", 1))
+
+
+def double_click(rect):
+    xdotool(("mousemove", *middle(rect)), ("click", "--repeat", 2, "--delay", 60, 1))
+
+
+def key(*names):
+    xdotool(*(("key", name) for name in names))
+
+
+def drag(start, end):
+    """Presses at `start`, moves in steps, lets go at `end`."""
+    (x0, y0), (x1, y1) = start, end
+    ways = [("mousemove", x0 + (x1 - x0) * i // 4, y0 + (y1 - y0) * i // 4) for i in range(5)]
+    xdotool(ways[0], ("mousedown", 1), *ways[1:], ("mouseup", 1))
+
+
+def ask_reporter(*words, timeout=40):
+    return subprocess.run(["wine", str(REPORTER), *words], stdin=subprocess.DEVNULL, capture_output=True,
+                          timeout=timeout)
+
+
+@dataclasses.dataclass
+class Sight:
+    """What the program's windows held at one moment."""
+
+    report: dict
+
+    @property
+    def main(self):
+        return self.report["main"]
+
+    @property
+    def dialogs(self):
+        return self.report["dialogs"]
+
+    @property
+    def tooltips(self):
+        return self.report["tooltips"]
+
+    def control(self, class_name):
+        found = [c for c in self.main["controls"] if c["class"] == class_name]
+        if len(found) != 1:
+            raise AssertionError(f"{len(found)} controls of class {class_name}")
+        return found[0]
+
+    @property
+    def tree(self):
+        return self.control("SysTreeView32")
+
+    @property
+    def list(self):
+        return self.control("SysListView32")
+
+    @property
+    def items(self):
+        return self.tree["items"]
+
+    @property
+    def labels(self):
+        return [item["text"] for item in self.items]
+
+    @property
+    def selected_label(self):
+        return next((item["text"] for item in self.items if item["selected"]), None)
+
+    @property
+    def rows(self):
+        return [row["texts"] for row in self.list["rows"]]
+
+    @property
+    def titles(self):
+        return [column["title"] for column in self.list["columns"]]
+
+    @property
+    def widths(self):
+        return [column["width"] for column in self.list["columns"]]
+
+    @property
+    def buttons(self):
+        return self.control("ToolbarWindow32")["buttons"]
+
+    def button(self, command):
+        return next(b for b in self.buttons if b["command"] == command)
+
+
+def texts_of(dialog):
+    """The texts that a message box shows."""
+    return [c["text"] for c in dialog["controls"] if c["class"] == "Static" and c["text"]]
+
+
+def dialog_button(dialog, text):
+    return next(c for c in dialog["controls"] if c["class"] == "Button" and c["text"].replace("&", "") == text)
+
+
+class Program:
+    """One running program in its folder."""
+
+    def __init__(self, folder):
+        self.log = open(folder / "program.log", "wb")
+        self.process = subprocess.Popen(["wine", "Quillet.exe"], cwd=folder, stdin=subprocess.DEVNULL,
+                                        stdout=self.log, stderr=self.log)
+
+    def running(self):
+        return self.process.poll() is None
+
+    def look(self):
+        """What is on the screen now. Asked again while a window comes or goes."""
+        def ask():
+            answer = ask_reporter("report")
+            return json.loads(answer.stdout) if answer.returncode == 0 else None
+        return Sight(wait_until(ask, "a report of the program's windows"))
+
+    def wait_for_window(self, timeout=20):
+        """Until the window is there and every folder has its count."""
+        code = ask_reporter("wait-window", str(timeout), timeout=timeout + 20).returncode
+        if code:
+            raise AssertionError("a message box came instead of the window" if code == 2 else "no window came")
+        return self.look()
+
+    def wait_for(self, condition, what, timeout=10):
+        """The first sight for which `condition` holds."""
+        last = []
+
+        def ask():
+            last[:] = [self.look()]
+            return condition(last[0])
+        try:
+            wait_until(ask, what, timeout)
+        except AssertionError as problem:
+            raise AssertionError(f"{problem}\nlast seen: {json.dumps(last[0].report, ensure_ascii=False)}") from None
+        return last[0]
+
+    def wait_for_box(self, timeout=15):
+        return self.wait_for(lambda sight: sight.dialogs, "a message box", timeout).dialogs[0]
+
+    def press(self, dialog, text):
+        """Clicks a dialog's button and waits for the dialog to go."""
+        click(dialog_button(dialog, text)["rect"])
+        wait_until(lambda: not self.running() or not self.look().dialogs, f"the dialog to go after {text}")
+
+    def wait_for_end(self, timeout=15):
+        try:
+            return self.process.wait(timeout)
+        except subprocess.TimeoutExpired:
+            raise AssertionError("the program does not end") from None
+
+    def close(self):
+        """Closes the window as its close button does; the exit code."""
+        ask_reporter("close")
+        return self.wait_for_end()
+
+
+def leftovers():
+    """Programs of ours that still run in our Wine prefix, as process numbers."""
+    prefix = f"WINEPREFIX={os.environ['WINEPREFIX']}".encode()
+    found = []
+    for process in pathlib.Path("/proc").iterdir():
+        try:
+            if (process.name.isdigit() and b"Quillet.exe" in (process / "cmdline").read_bytes()
+                    and prefix in (process / "environ").read_bytes().split(b"\0")):
+                found.append(int(process.name))
+        except OSError:
+            pass  # gone, or not ours
+    return found
+
+
+def take_picture(name, rect=None):
+    PICTURES.mkdir(parents=True, exist_ok=True)
+    crop = ["-crop", "{2}x{3}+{0}+{1}".format(*rect), "+repage"] if rect else []
+    subprocess.run(["import", "-window", "root", *crop, str(PICTURES / f"{name}.png")], check=True, timeout=20,
+                   stderr=subprocess.DEVNULL)
+
+
+class QuilletTest(unittest.TestCase):
+    """A fresh copy of the shipped folder for every test, and at its end nothing left running."""
+
+    def setUp(self):
+        (OUT / "end_to_end").mkdir(parents=True, exist_ok=True)
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=OUT / "end_to_end"))
+        self.addCleanup(shutil.rmtree, self.folder)
+        # What a person may have changed or stored in the shipped folder is none of a test's business.
+        shutil.copytree(SHIPPED, self.folder, dirs_exist_ok=True,
+                        ignore=shutil.ignore_patterns("*.dat", "port.ini", "handset.txt"))
+        self.write("port.ini", b"[port]\r\ncom=0\r\n")
+        self.write("handset.txt", HANDSET.read_bytes())
+        self.programs = []
+        self.addCleanup(self.leave_nothing)
+        xdotool(("mousemove", 1270, 1015))  # away from everything that lights up or shows a tip
+
+    def write(self, name, data):
+        (self.folder / name).write_bytes(data)
+
+    def launch(self):
+        program = Program(self.folder)
+        self.programs.append(program)
+        return program
+
+    def open(self):
+        """The program started, and the first sight of its filled window."""
+        self.program = self.launch()
+        return self.program, self.program.wait_for_window()
+
+    def select(self, index):
+        """Clicks the tree's item number `index`; the sight after the selection has arrived there."""
+        click(self.program.look().items[index]["rect"])
+        return self.program.wait_for(lambda sight: sight.items[index]["selected"], f"item {index} to be selected")
+
+    def end(self):
+        """Closes the window; the program must end with 0."""
+        self.assertEqual(self.program.close(), 0, "exit code")
+
+    def leave_nothing(self):
+        take_picture(self._testMethodName)
+        for program in self.programs:
+            # A test that went well has ended its programs; after a failure this one does.
+            if program.running():
+                program.process.send_signal(signal.SIGKILL)
+            program.process.wait(10)
+            program.log.close()
+        try:
+            wait_until(lambda: not leftovers(), "the program's processes to be gone")
+        finally:
+            for process in leftovers():
+                os.kill(process, signal.SIGKILL)
