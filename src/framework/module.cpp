@@ -27,6 +27,10 @@ UniqueModule loadLibrary(const std::string& folder, const std::string& name) {
   const HMODULE own = LoadLibraryExW(toWide(folder + name).c_str(), nullptr,
                                      LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
   if (own) return UniqueModule(own);
+  return loadSystemLibrary(name);
+}
+
+UniqueModule loadSystemLibrary(const std::string& name) {
   return UniqueModule(LoadLibraryExW(toWide(name).c_str(), nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
 }
 

@@ -20,6 +20,9 @@ void restrictLibrarySearch();
 // neither has one that can be loaded. What it needs itself comes from the same two places.
 UniqueModule loadLibrary(const std::string& folder, const std::string& name);
 
+// A library of the system itself.
+UniqueModule loadSystemLibrary(const std::string& name);
+
 // A library opened for its resources only, by full path; none of its code runs.
 UniqueModule loadResourceLibrary(const std::string& path);
 

@@ -24,7 +24,11 @@ FileStatus findFreeCopy(FileSystem& files, const std::string& path, std::string&
 FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
   bytes.clear();
   const OpenedFile opened = files.openForReading(path);
-  return opened.status.ok() ? opened.file->readAll(bytes) : opened.status;
+  if (!opened.status.ok()) return opened.status;
+  FileStatus status = opened.file->readAll(bytes);
+  // Whatever the system calls it: a file that could be opened is not missing.
+  if (status.missing()) status.outcome = FileOutcome::failed;
+  return status;
 }
 
 FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "framework/frame_wnd.h"
+#include "framework/splitter_wnd.h"
+#include "list/quillet_view.h"
+#include "tree/left_view.h"
+
+namespace app {
+
+// The main window: toolbar, status bar, and a splitter with the folder tree on the left and the message list
+// on the right. Owned by the document template.
+class CMainFrame : public framework::CFrameWnd {
+ public:
+  explicit CMainFrame(tree::LeftViewServices services) : services_(std::move(services)) {}
+
+  tree::CLeftView& tree() { return static_cast<tree::CLeftView&>(*splitter_.pane(0)); }
+  list::CQuilletView& list() { return static_cast<list::CQuilletView&>(*splitter_.pane(1)); }
+  framework::CSplitterWnd& splitter() { return splitter_; }
+
+ protected:
+  bool onCreateClient(framework::CDocument& document) override;
+  bool onCreateBars() override;
+  HWND clientWindow() const override { return splitter_.handle(); }
+  const framework::MessageMap* messageMap() const override;
+  const framework::CommandMap* commandMap() const override;
+
+ private:
+  void onMinMaxInfo(MINMAXINFO& info);
+  void moveSplitter() { splitter_.beginKeyboardMove(); }
+
+  tree::LeftViewServices services_;
+  framework::CSplitterWnd splitter_;
+};
+
+}  // namespace app

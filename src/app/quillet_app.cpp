@@ -1,0 +1,195 @@
+#include "app/quillet_app.h"
+
+#include <utility>
+
+#include "app/about_dialog.h"
+#include "app/quillet_doc.h"
+#include "framework/module.h"
+#include "framework/resources.h"
+#include "framework/text.h"
+#include "framework/wait_cursor.h"
+#include "resources/resource_ids.h"
+#include "skin/setting_text.h"
+#include "skin/settings.h"
+#include "skin/skin_state.h"
+#include "store/folder_state.h"
+
+namespace app {
+
+using framework::formatText;
+using framework::loadString;
+using framework::toWide;
+
+CQuilletApp::CQuilletApp(std::string moduleDirectory)
+    : moduleDirectory_(std::move(moduleDirectory)), link_(codePage_) {}
+
+const framework::CommandMap* CQuilletApp::commandMap() const {
+  static constexpr framework::CommandEntry entries[] = {
+      framework::command<&CQuilletApp::onRefresh>(ID_REFRESH),
+      framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
+  };
+  static const framework::CommandMap map{entries, CWinApp::commandMap()};
+  return &map;
+}
+
+bool CQuilletApp::initInstance() {
+  instance_.emplace(moduleDirectory_);
+  if (instance_->isSecond()) {
+    instance_->showFirst();
+    return false;
+  }
+  store::resetFolderState();
+
+  // Windows needs no enabling of containers for controls, nor of a 3-D look, any more.
+  loadResourceLibrary();
+  // No settings are kept in the registry: what can be set stands in the files beside the program.
+  library_.load(moduleDirectory_, link_);
+  readPort();
+  if (!connect()) return false;
+  if (!createFrame()) return false;
+  frame()->setText(loadString(IDS_TITLE));
+  instance_->markWindow(frame()->handle());
+  detectPlatform();
+  firstLoad();
+  richEdit_ = framework::loadSystemLibrary("riched20.dll");
+  skin::skinState() = {};
+  readSkinFont();
+  return true;
+}
+
+int CQuilletApp::exitInstance() {
+  library_.unload(link_);
+  framework::setResourceModule(nullptr);
+  const bool broughtFirstToFront = instance_ && instance_->isSecond();
+  return broughtFirstToFront ? 0 : CWinApp::exitInstance();
+}
+
+void CQuilletApp::loadResourceLibrary() {
+  resourceLibrary_ = framework::loadResourceLibrary(moduleDirectory_ + "zelSMS.dll");
+  framework::setResourceModule(resourceLibrary_.get());
+}
+
+void CQuilletApp::readPort() {
+  std::string value;
+  const bool found = skin::zl_GetSettingString("port", "com", moduleDirectory_ + "port.ini", value);
+  port_ = found ? skin::leadingNumber(value) : -1;
+}
+
+void CQuilletApp::readSkinFont() {
+  const std::string file = skin::skinFile(moduleDirectory_);
+  std::string size;
+  skin::zl_GetSettingString("Font", "facename", file, skin::skinState().fontFace);
+  if (skin::zl_GetSettingString("Font", "fontsize", file, size))
+    skin::skinState().fontSize = skin::leadingNumber(size);
+}
+
+bool CQuilletApp::connect() {
+  if (!link_.isBound()) {
+    showMessage(IDS_NO_LIBRARY);
+    return true;
+  }
+  if (link_.open(port_)) return true;
+  showMessage(IDS_NO_CONNECTION);
+  return false;
+}
+
+bool CQuilletApp::createFrame() {
+  INITCOMMONCONTROLSEX controls{sizeof controls,
+                                ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
+  InitCommonControlsEx(&controls);
+  addDocTemplate(std::make_unique<framework::CSingleDocTemplate>(
+      IDR_MAINFRAME, [] { return std::make_unique<CQuilletDoc>(); },
+      [this] {
+        return std::make_unique<CMainFrame>(
+            tree::LeftViewServices{link_, files_, codePage_, moduleDirectory_,
+                                   [this](const store::StoreFile& file, const store::ReadResult& result) {
+                                     reportUnread(file, result);
+                                   }});
+      }));
+  if (!processShellCommand()) return false;
+  ShowWindow(frame()->handle(), SW_SHOWNORMAL);
+  // The panes too: the handset may keep the thread busy for a while from here on.
+  RedrawWindow(frame()->handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+  return true;
+}
+
+void CQuilletApp::detectPlatform() {
+  OSVERSIONINFOA version{};
+  version.dwOSVersionInfoSize = sizeof version;
+  store::folderState().windows98Mode = GetVersionExA(&version) &&
+                                       version.dwPlatformId == VER_PLATFORM_WIN32_WINDOWS &&
+                                       version.dwMinorVersion == 10;
+}
+
+void CQuilletApp::firstLoad() {
+  store::FolderState& state = store::folderState();
+  const std::string texts[] = {loadString(IDS_MOBILE),        loadString(IDS_MOBILE_INBOX),
+                               loadString(IDS_MOBILE_OUTBOX), loadString(IDS_PC),
+                               loadString(IDS_PC_INBOX),      loadString(IDS_PC_SENT),
+                               loadString(IDS_PC_DRAFT)};
+  store::joinFolderPaths(state, {texts[0], texts[1], texts[2], texts[3], texts[4], texts[5], texts[6]});
+  store::setStorePaths(state, moduleDirectory_);
+  const framework::CWaitCursor wait;
+  frame()->tree().findItems();
+  for (const store::Folder folder : store::allFolders) reload(folder);
+  state.selectedItem = state.items[store::position(store::Folder::MInbox)];
+  show(store::Folder::MInbox);
+  showSummary();
+}
+
+void CQuilletApp::onRefresh() {
+  const framework::CWaitCursor wait;
+  notes_.clear();
+  if (phonelink::refreshAll(*this))
+    showSummary();
+  else
+    frame()->statusBar().setMessage(loadString(IDS_NO_CONNECTION));
+}
+
+void CQuilletApp::reload(store::Folder folder) {
+  const store::FolderState& state = store::folderState();
+  const std::size_t place = store::position(folder);
+  frame()->statusBar().setMessage(formatText(loadString(IDS_READING), {state.folderPaths[place]}));
+  if (state.windows98Mode)
+    frame()->tree().refreshCount(state.folderPaths[place]);
+  else
+    frame()->tree().refreshCount(state.items[place]);
+}
+
+std::optional<store::Folder> CQuilletApp::selectedFolder() const {
+  return store::selectedFolder(store::folderState());
+}
+
+void CQuilletApp::reportUnread(const store::StoreFile& file, const store::ReadResult& result) {
+  if (result.ok()) {
+    notes_ += "  " + formatText(loadString(IDS_PARTLY_READ), {file.path()});
+    return;
+  }
+  const std::string text =
+      formatText(loadString(IDS_CANNOT_READ), {file.path(), files_.describe(result.status.code)});
+  MessageBoxW(frame()->handle(), toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
+              MB_OK | MB_ICONWARNING);
+}
+
+void CQuilletApp::showSummary() {
+  std::string summary;
+  for (const store::Folder folder : store::allFolders) {
+    if (!summary.empty()) summary += ", ";
+    summary +=
+        formatText(loadString(IDS_READ_COUNTS), {store::folderState().folderPaths[store::position(folder)],
+                                                 std::to_string(frame()->tree().tables()[folder].size())});
+  }
+  frame()->statusBar().setMessage(summary + notes_);
+}
+
+int CQuilletApp::showMessage(UINT textId) const {
+  return MessageBoxW(nullptr, toWide(loadString(textId)).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
+                     MB_OK);
+}
+
+void CQuilletApp::onAbout() {
+  AboutDialog dialog;
+  dialog.doModal(frame()->handle());
+}
+
+}  // namespace app

@@ -1,0 +1,100 @@
+#include "list/quillet_view.h"
+
+#include "framework/resources.h"
+#include "list/columns.h"
+#include "resources/resource_ids.h"
+#include "store/folder_state.h"
+#include "store/time_stamp.h"
+
+namespace list {
+namespace {
+
+constexpr COLORREF ground = RGB(212, 222, 234);
+constexpr COLORREF ink = RGB(11, 79, 149);
+
+// Messages are deleted on the PC only: what the handset holds is left to the handset.
+bool deletesInSelectedFolder() {
+  const auto folder = store::selectedFolder(store::folderState());
+  return folder && store::isOnPc(*folder);
+}
+
+}  // namespace
+
+const framework::MessageMap* CQuilletView::messageMap() const {
+  static constexpr framework::MessageEntry entries[] = {
+      framework::onSize<&CQuilletView::onSized>(),
+  };
+  static const framework::MessageMap map{entries, CListView::messageMap()};
+  return &map;
+}
+
+const framework::CommandMap* CQuilletView::commandMap() const {
+  static constexpr framework::CommandEntry entries[] = {
+      framework::command<nullptr, &CQuilletView::canSave>(ID_SAVE),
+      framework::command<nullptr, &CQuilletView::canDelete>(ID_DELETE),
+      framework::command<nullptr, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
+  };
+  static const framework::CommandMap map{entries, CListView::commandMap()};
+  return &map;
+}
+
+void CQuilletView::preCreateWindow(CREATESTRUCTW& c) {
+  CListView::preCreateWindow(c);
+  c.style |= LVS_REPORT | LVS_SHOWSELALWAYS;
+}
+
+void CQuilletView::onInitialUpdate() {
+  ListView_SetExtendedListViewStyle(handle(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  ListView_SetBkColor(handle(), ground);
+  ListView_SetTextBkColor(handle(), ground);
+  ListView_SetTextColor(handle(), ink);
+  insertColumn(contentColumn, framework::loadString(IDS_CONTENT), LVCFMT_LEFT, 0, contentColumn);
+  insertColumn(phoneColumn, framework::loadString(IDS_SENDER), LVCFMT_LEFT, 0, phoneColumn);
+  insertColumn(timeColumn, framework::loadString(IDS_TIME), LVCFMT_RIGHT, 0, timeColumn);
+  layOutColumns(static_cast<int>(clientRect().right));
+}
+
+void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {
+  const int first = itemCount();
+  send(WM_SETREDRAW, FALSE);
+  ListView_SetItemCountEx(handle(), first + static_cast<int>(records.size()), LVSICF_NOSCROLL);
+  for (std::size_t slot = 0; slot < records.size(); ++slot) {
+    const store::SmsRecord& record = records[slot];
+    const int row = insertItem(first + static_cast<int>(slot), record.Content, static_cast<LPARAM>(slot));
+    if (row < 0) break;
+    setItemText(row, phoneColumn, record.Phone);
+    setItemText(row, timeColumn, store::displayTime(record.Time));
+  }
+  send(WM_SETREDRAW, TRUE);
+  InvalidateRect(handle(), nullptr, TRUE);
+}
+
+void CQuilletView::setPhoneHeading(std::string_view heading) {
+  deleteColumn(phoneColumn);
+  insertColumn(phoneColumn, heading, LVCFMT_LEFT, phoneWidth, -1);
+}
+
+void CQuilletView::setTimeColumnShown(bool shown) {
+  setColumnWidth(timeColumn, shown ? timeWidth : 0);
+}
+
+bool CQuilletView::canDelete() const {
+  return selectedCount() > 0 && deletesInSelectedFolder();
+}
+
+bool CQuilletView::canDeleteAll() const {
+  return itemCount() > 0 && deletesInSelectedFolder();
+}
+
+void CQuilletView::layOutColumns(int paneWidth) {
+  const auto widths = columnWidths(paneWidth);
+  for (int column = 0; column < columnCount; ++column)
+    setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+}
+
+void CQuilletView::onSized(int width, int) {
+  defaultProcessing();
+  layOutColumns(width);
+}
+
+}  // namespace list

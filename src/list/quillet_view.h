@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <span>
+
+#include "framework/list_view.h"
+#include "store/sms_record.h"
+
+namespace list {
+
+// The right pane: the messages of the selected folder, one row a record, and the commands on the selection.
+// It only shows; the records belong to the tree. Owned by the frame's splitter.
+class CQuilletView : public framework::CListView {
+ public:
+  // Adds a row for every record, in order, behind the rows that there are. A row's item data is the slot of
+  // its record.
+  void showRecords(std::span<const store::SmsRecord> records);
+
+  // Gives the phone column a new heading; the rows' texts in that column go with the old one.
+  void setPhoneHeading(std::string_view heading);
+  void setTimeColumnShown(bool shown);
+
+  void onInitialUpdate() override;
+
+ protected:
+  void preCreateWindow(CREATESTRUCTW& c) override;
+  const framework::MessageMap* messageMap() const override;
+  const framework::CommandMap* commandMap() const override;
+
+ private:
+  bool canSave() const { return selectedCount() > 0; }
+  bool canDelete() const;
+  bool canDeleteAll() const;
+  void layOutColumns(int paneWidth);
+  void onSized(int width, int height);
+};
+
+}  // namespace list
