@@ -215,10 +215,10 @@ def leftovers():
     return found
 
 
-def take_picture(name, rect=None):
-    PICTURES.mkdir(parents=True, exist_ok=True)
+def take_picture(path, rect=None):
+    path.parent.mkdir(parents=True, exist_ok=True)
     crop = ["-crop", "{2}x{3}+{0}+{1}".format(*rect), "+repage"] if rect else []
-    subprocess.run(["import", "-window", "root", *crop, str(PICTURES / f"{name}.png")], check=True, timeout=20,
+    subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, timeout=20,
                    stderr=subprocess.DEVNULL)
 
 
@@ -261,7 +261,7 @@ class QuilletTest(unittest.TestCase):
         self.assertEqual(self.program.close(), 0, "exit code")
 
     def leave_nothing(self):
-        take_picture(self._testMethodName)
+        take_picture(PICTURES / f"{self._testMethodName}.png")
         for program in self.programs:
             # A test that went well has ended its programs; after a failure this one does.
             if program.running():

@@ -1,6 +1,6 @@
 """The shipped folder, opened as it is and with messages already on the PC."""
 
-from harness import DELETE, DELETE_ALL, NEW, REFRESH, SAVE, HANDSET, QuilletTest, middle, take_picture, xdotool
+from harness import DELETE, DELETE_ALL, NEW, REFRESH, SAVE, HANDSET, PICTURES, QuilletTest, middle, take_picture, xdotool
 import handset_file
 
 TREE = ["Mobile", "Inbox({})", "Outbox({})", "PC", "Inbox({})", "Sent({})", "Draft({})"]
@@ -16,7 +16,7 @@ class Opening(QuilletTest):
         handset = handset_file.read(HANDSET.read_bytes())
         self.assertGreater(len(handset.inbox), 10)
         program, sight = self.open()
-        take_picture("shipped_folder", sight.main["rect"])
+        take_picture(PICTURES / "shipped_folder.png", sight.main["rect"])
 
         self.assertEqual(sight.main["title"], "Quillet")
         self.assertTrue(sight.main["foreground"])
