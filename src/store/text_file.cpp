@@ -20,7 +20,6 @@ WriteResult appendText(FileSystem& files, const CodePage& codePage, const std::s
   const FileStatus status = opened.file->readAll(bytes);
   if (!status.ok()) return failure(status, path);
 
-  if (bytes.empty()) return appendAtomically(*opened.file, path, fileBytes(text, codePage), bytes);
   if (const auto tail = bytesToAppend(text, bytes.starts_with(utf8Mark), codePage)) {
     return appendAtomically(*opened.file, path, *tail, bytes);
   }

@@ -123,6 +123,9 @@ TEST_F(StoreFileTest, FilingInEveryKindOfFile) {
     EXPECT_EQ(bytes(), c.after);
     EXPECT_EQ(result.keptCopy, c.copied ? copy : "");
     EXPECT_EQ(bytes(copy), c.copied ? c.before : "(missing)");
+    // Whatever it was, it is in order now and takes the next one as it is.
+    EXPECT_EQ(file.append(message("next"), LineBreaks::sent).keptCopy, "");
+    EXPECT_EQ(bytes(), c.after + group("next", ""));
   }
 }
 
@@ -324,8 +327,11 @@ TEST_F(StoreFileTest, TextFilesGrowAtTheirEnd) {
   EXPECT_EQ(bytes("out.txt"), mark + "caf\xC3\xA9 =\r\n" + group(euro, "1"));
   ASSERT_TRUE(appendText(files, page, "out.txt", two).ok());
   EXPECT_TRUE(bytes("out.txt").ends_with(group("\xC3\xA9", "0")));
-  ASSERT_TRUE(appendText(files, page, "new.txt", wide).ok());
-  EXPECT_EQ(bytes("new.txt"), mark + group(euro, "1"));
+  files.put("empty.txt", "");
+  for (const char* name : {"new.txt", "empty.txt"}) {
+    ASSERT_TRUE(appendText(files, page, name, wide).ok());
+    EXPECT_EQ(bytes(name), mark + group(euro, "1"));
+  }
 }
 
 TEST(StoreFileOnDiskTest, RoundTripAndFailures) {
