@@ -12,14 +12,16 @@ namespace {
 
 constexpr std::string_view lineEnd = " \r\n";
 
-// A NUL would end the line for other readers of the file, so it is treated as a line break.
-bool breaksLine(char c) {
-  return c == '\r' || c == '\n' || c == '\0';
-}
-
+// Most texts have no break and are taken over at once.
 void appendUnbroken(std::string& text, std::string_view value, LineBreaks breaks) {
+  // A NUL would end the line for other readers of the file.
+  constexpr std::array<char, 3> lineBreaks{'\r', '\n', '\0'};
+  if (std::ranges::none_of(lineBreaks, [&](char c) { return value.find(c) != std::string_view::npos; })) {
+    text += value;
+    return;
+  }
   for (const char c : value) {
-    if (!breaksLine(c)) {
+    if (std::ranges::find(lineBreaks, c) == lineBreaks.end()) {
       text += c;
     } else if (c != '\r' || breaks == LineBreaks::stored) {
       text += ' ';
@@ -59,6 +61,12 @@ void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, 
 }
 
 void appendGroups(std::string& text, std::span<const SmsRecord> records) {
+  constexpr std::size_t aroundTexts = 64;  // keys, line ends and a number
+  std::size_t length = text.size();
+  for (const SmsRecord& record : records) {
+    length += record.Content.size() + record.Phone.size() + record.Time.size() + aroundTexts;
+  }
+  text.reserve(length);
   for (const SmsRecord& record : records) {
     appendGroup(text, record, LineBreaks::stored, IndexLine::number);
   }
