@@ -75,7 +75,6 @@ class Parser {
 };
 
 Content Parser::parse(std::string_view file) {
-  if (file.starts_with(byteOrderMark)) file.remove_prefix(byteOrderMark.size());
   const bool tooLong = file.size() > maxContentSize;
   if (tooLong) {
     file = file.substr(0, maxContentSize);
@@ -83,6 +82,7 @@ Content Parser::parse(std::string_view file) {
     const std::size_t lastBreak = file.rfind('\n');
     file = file.substr(0, lastBreak == std::string_view::npos ? 0 : lastBreak);
   }
+  if (file.starts_with(byteOrderMark)) file.remove_prefix(byteOrderMark.size());
   while (!file.empty()) {
     const std::size_t end = file.find('\n');
     ++line_;
@@ -245,10 +245,7 @@ std::string Parser::unescaped(std::string_view value) {
 void Parser::giveNumbers() {
   std::array<StorageNumbers, 2> numbers;
   const auto of = [&numbers](Store store) -> StorageNumbers& { return numbers[store == Store::sim ? 0 : 1]; };
-  for (std::size_t i = 0; i < numbered_.size(); ++i) {
-    const StoredMessage& stored = content_.messages[i];
-    if (numbered_[i]) of(stored.store).take(stored.message.storageNumber);
-  }
+  for (const StoredMessage& stored : content_.messages) of(stored.store).take(stored.message.storageNumber);
   for (std::size_t i = 0; i < numbered_.size(); ++i) {
     StoredMessage& stored = content_.messages[i];
     if (!numbered_[i]) stored.message.storageNumber = of(stored.store).takeFree();

@@ -152,6 +152,9 @@ TEST(Content, IsBoundedWhateverTheFileHolds) {
   const Content full = parseContent(atLimit + std::string(maxContentSize - atLimit.size(), 'x'));
   EXPECT_EQ(full.messages.at(0).message.text.size(), maxContentSize - atLimit.size());
   EXPECT_TRUE(full.problems.empty());
+
+  // A reader stops one byte past the limit; a byte-order mark does not hide that.
+  EXPECT_EQ(parseContent("\xEF\xBB\xBF" + std::string(maxContentSize - 2, '#')).problems.size(), 1U);
 }
 
 TEST(Content, SurvivesRandomBytes) {
