@@ -10,7 +10,10 @@ session_directory='' screen_process='' in_session=''
 quietly() { "$@" </dev/null >/dev/null 2>&1 9>&-; }
 
 make_prefix() {
-  [ ! -e "$WINEPREFIX/.ready" ] || return 0
+  local font ready
+  # A prefix that was only half made, or made by other rules than these, is made anew.
+  ready=$WINEPREFIX/.ready-$(cksum <"$root/scripts/wine.sh" | cut -d ' ' -f 1)
+  [ ! -e "$ready" ] || return 0
   say 'Making the Wine prefix (once).'
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
@@ -20,8 +23,14 @@ make_prefix() {
   # A crash ends the program instead of waiting for a click.
   quietly wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f || die 'wine reg failed'
   quietly winecfg -v win10 || die 'winecfg failed'
+  # Wine's own fonts draw the caption buttons; what Tahoma lacks is looked for in the other two.
+  cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+  for font in Tahoma 'Tahoma Bold'; do
+    quietly wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' /v "$font" \
+      /t REG_MULTI_SZ /d 'WQY-MICROHEI.TTC,WenQuanYi Micro Hei\0DEJAVUSANS.TTF,DejaVu Sans' /f || die 'wine reg failed'
+  done
   quietly wineserver -w
-  touch "$WINEPREFIX/.ready"
+  touch "$ready"
 }
 
 start_screen() {

@@ -242,23 +242,24 @@ class QuilletTest(unittest.TestCase):
         (self.folder / name).write_bytes(data)
 
     def launch(self):
-        program = Program(self.folder)
-        self.programs.append(program)
-        return program
+        """Starts the program in the test's folder without waiting for anything."""
+        self.program = Program(self.folder)
+        self.programs.append(self.program)
+        return self.program
 
     def open(self):
         """The program started, and the first sight of its filled window."""
-        self.program = self.launch()
-        return self.program, self.program.wait_for_window()
+        program = self.launch()
+        return program, program.wait_for_window()
 
     def select(self, index):
         """Clicks the tree's item number `index`; the sight after the selection has arrived there."""
         click(self.program.look().items[index]["rect"])
         return self.program.wait_for(lambda sight: sight.items[index]["selected"], f"item {index} to be selected")
 
-    def end(self):
-        """Closes the window; the program must end with 0."""
-        self.assertEqual(self.program.close(), 0, "exit code")
+    def end(self, program=None):
+        """Closes the window; the program, the last one started, must end with 0."""
+        self.assertEqual((program or self.program).close(), 0, "exit code")
 
     def leave_nothing(self):
         take_picture(PICTURES / f"{self._testMethodName}.png")

@@ -40,9 +40,9 @@ class Opening(QuilletTest):
 
     def test_every_script_comes_through(self):
         texts = "\n".join(text for text, _, _ in handset_file.read(HANDSET.read_bytes()).inbox)
-        for sample in ("ü", "ś", "Ж", "🎉", "안", "お", "Κ", "ש", "ص", "你", "ğ"):
+        for sample in ("ü", "ś", "П", "🎉", "역", "お", "Κ", "ש", "ص", "你", "ğ"):
             with self.subTest(sample):
-                self.assertIn(sample.lower(), texts.lower(), "the shipped handset has no such message any more")
+                self.assertIn(sample, texts, "the shipped handset has no such message any more")
         program, sight = self.open()
         self.assertEqual("\n".join(row[0] for row in sight.rows), texts)
         self.end()
