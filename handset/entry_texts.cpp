@@ -1,7 +1,5 @@
 #include "handset/entry_texts.h"
 
-#include <algorithm>
-
 #include "phonelink/entry_layouts.h"
 
 namespace handset {
@@ -23,8 +21,11 @@ void append(std::vector<Piece>& pieces, const Piece& character, std::size_t capa
 
 }  // namespace
 
-bool isPlainAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+bool holds(const CodePage& codePage, std::string_view text) {
+  const std::u16string units = phonelink::utf16FromUtf8(text);
+  for (std::u16string_view rest = units; !rest.empty();)
+    if (codePage.encode(takeCharacter(rest)).empty()) return false;
+  return true;
 }
 
 std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacity, const CodePage& codePage) {

@@ -11,7 +11,8 @@
 // double-byte character is ever cut in two. A NUL, which would end a field early, is left out.
 namespace handset {
 
-bool isPlainAscii(std::string_view text);
+// Whether the code page has every character of the text.
+bool holds(const CodePage& codePage, std::string_view text);
 
 // The text in the code page, in pieces of at most `capacity` bytes; "?" for what the page lacks. An empty
 // text is one empty piece.

@@ -67,7 +67,8 @@ std::vector<phonelink::MessageEntry> Library::entriesOf(const Message& message) 
   entry.status = message.status;
 
   std::vector<phonelink::MessageEntry> entries;
-  if (unicode_ && !isPlainAscii(message.text)) {
+  // 16-bit characters only where they are needed: half as many fit.
+  if (unicode_ && !holds(*codePage_, message.text)) {
     entry.coding = phonelink::codingUcs2;
     for (const std::u16string& piece : widePieces(message.text, phonelink::wideTextCapacity)) {
       entry.setWideText(piece);

@@ -70,6 +70,7 @@ void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {
 }
 
 void CQuilletView::setPhoneHeading(std::string_view heading) {
+  folderColumns_ = true;
   deleteColumn(phoneColumn);
   insertColumn(phoneColumn, heading, LVCFMT_LEFT, phoneWidth, -1);
 }
@@ -94,6 +95,14 @@ void CQuilletView::layOutColumns(int paneWidth) {
 
 void CQuilletView::onSized(int width, int) {
   defaultProcessing();
+  RECT pane{};
+  GetWindowRect(handle(), &pane);
+  const int paneWidth = static_cast<int>(pane.right - pane.left);
+  // A scroll bar that comes or goes makes the client area another size, too. That is no reason to undo the
+  // widths that the folder's columns were given.
+  if (folderColumns_ && paneWidth == paneWidth_) return;
+  folderColumns_ = false;
+  paneWidth_ = paneWidth;
   layOutColumns(width);
 }
 

@@ -33,6 +33,9 @@ class CQuilletView : public framework::CListView {
   bool canDeleteAll() const;
   void layOutColumns(int paneWidth);
   void onSized(int width, int height);
+
+  int paneWidth_ = 0;           // the whole pane's, at the last size event that laid out the columns
+  bool folderColumns_ = false;  // the columns have widths of their own since then
 };
 
 }  // namespace list

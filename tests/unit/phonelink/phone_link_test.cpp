@@ -1,0 +1,216 @@
+#include "phonelink/phone_link.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+
+#include "phonelink/entry_layouts.h"
+#include "phonelink/handset_folders.h"
+#include "phonelink/refresh.h"
+#include "support/fake_code_pages.h"
+
+namespace {
+
+using namespace phonelink;
+using store::Folder;
+
+// A phone-link library in this process. Entry points are plain functions, so its state is static.
+struct FakeLibrary {
+  static inline std::string calls;
+  static inline int openResult, initResult, unicodeResult;
+  static inline int count, handsetCount;
+  static inline std::vector<MessageEntry> entries;
+  static inline unsigned char fill;
+
+  static void reset() {
+    calls.clear();
+    openResult = initResult = 1;
+    unicodeResult = count = handsetCount = 0;
+    entries.clear();
+    fill = 0;
+  }
+
+  static void put(void* buffer, std::size_t entrySize) {
+    std::memset(buffer, fill, maxEntries * entrySize);
+    auto* at = static_cast<std::byte*>(buffer);
+    for (const MessageEntry& entry : entries) {
+      if (entrySize == messageEntrySize)
+        encodeMessage(entry, std::span<std::byte, messageEntrySize>(at, entrySize));
+      else
+        encodeHandsetMessage(entry, std::span<std::byte, handsetEntrySize>(at, entrySize));
+      at += entrySize;
+    }
+  }
+
+  static EntryPoints all() {
+    EntryPoints points;
+    points.zelOpenSIM = [](int port, int rate) {
+      calls += "open(" + std::to_string(port) + "," + std::to_string(rate) + ") ";
+      return openResult;
+    };
+    points.zelInitSMS = [] { return calls += "init ", initResult; };
+    points.zelCloseSIM = [] { return calls += "close ", 0; };
+    points.zelUnicode = [](int on) { return on == 1 ? unicodeResult : 0; };
+    points.zelGetReceiverSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
+    points.zelGetSenderSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
+    points.zelGetHandSetSMS = [](void* buffer) { return put(buffer, handsetEntrySize), handsetCount; };
+    return points;
+  }
+};
+
+class PhoneLinkTest : public testing::Test {
+ protected:
+  PhoneLinkTest() { FakeLibrary::reset(); }
+
+  support::Latin1Page page_;
+  PhoneLink link_{page_};
+};
+
+TEST(BindEntryPoints, AsksForTheNamesInOrder) {
+  std::string asked;
+  bindEntryPoints([&asked](const char* name) -> void* {
+    asked += std::string(name) + " ";
+    return nullptr;
+  });
+  EXPECT_EQ(asked,
+            "zelOpenSIM zelInitSMS zelGetSMS zelGetHandSetSMS zelGetSenderSMS zelGetReceiverSMS zelSendSMS "
+            "zelPutSMS zelGetPB zelGetPB_KOVA zelInitPB zelDeleteSMS zelCloseSIM zelUnicode ");
+}
+
+TEST_F(PhoneLinkTest, OpensInTwoStepsAndStopsAtTheFirstFailure) {
+  link_.bind(FakeLibrary::all());
+  EXPECT_TRUE(link_.open(-1));
+  EXPECT_EQ(FakeLibrary::calls, "open(-1,115200) init ");
+  FakeLibrary::initResult = 0;
+  EXPECT_FALSE(link_.open(1));
+  FakeLibrary::openResult = 0;
+  FakeLibrary::calls.clear();
+  EXPECT_FALSE(link_.open(1));
+  EXPECT_EQ(FakeLibrary::calls, "open(1,115200) ");
+}
+
+TEST_F(PhoneLinkTest, IsQuietWithoutALibraryOrItsNames) {
+  const auto expectNothing = [this] {
+    EXPECT_FALSE(link_.open(1));
+    EXPECT_TRUE(link_.receivedMessages().empty());
+    EXPECT_TRUE(link_.outgoingMessages().empty());
+    EXPECT_TRUE(link_.handsetMessages().empty());
+    link_.close();
+  };
+  expectNothing();
+  link_.bind(EntryPoints{});
+  EXPECT_TRUE(link_.isBound());
+  expectNothing();
+  link_.bind(FakeLibrary::all());
+  link_.unbind();
+  expectNothing();
+  EXPECT_EQ(FakeLibrary::calls, "");
+}
+
+TEST_F(PhoneLinkTest, ClampsCountsAndEndsTextsAtTheirFields) {
+  link_.bind(FakeLibrary::all());
+  for (const int count : {5000, 1000, 2147483647}) {
+    FakeLibrary::count = FakeLibrary::handsetCount = count;
+    FakeLibrary::fill = 'x';
+    const auto records = link_.receivedMessages();
+    ASSERT_EQ(records.size(), 1000U);
+    EXPECT_EQ(records.back().Content, std::string(160, 'x'));
+    EXPECT_EQ(records.back().Phone, std::string(17, 'x'));
+    EXPECT_EQ(records.back().Index, 0x7878);
+    EXPECT_EQ(link_.handsetMessages().size(), 1000U);
+  }
+  for (const int count : {-1, 0, -2147483647 - 1}) {
+    FakeLibrary::count = FakeLibrary::handsetCount = count;
+    EXPECT_TRUE(link_.receivedMessages().empty());
+    EXPECT_TRUE(link_.handsetMessages().empty());
+  }
+}
+
+TEST_F(PhoneLinkTest, ReadsTextsAsAgreedWithTheLibrary) {
+  MessageEntry wide;
+  wide.coding = codingUcs2;
+  wide.setWideText(u"тест \U0001F600");
+  MessageEntry narrow;
+  narrow.setNarrowText("caf\xE9");
+  FakeLibrary::entries = {wide, narrow};
+  FakeLibrary::count = 2;
+
+  FakeLibrary::unicodeResult = 1;
+  link_.bind(FakeLibrary::all());
+  EXPECT_TRUE(link_.wideTexts());
+  EXPECT_EQ(link_.receivedMessages()[0].Content, "тест 😀");
+  EXPECT_EQ(link_.receivedMessages()[1].Content, "café");
+
+  // Without the agreement the coding byte means nothing on receiving.
+  FakeLibrary::unicodeResult = 0;
+  link_.bind(FakeLibrary::all());
+  FakeLibrary::entries[0] = narrow;
+  FakeLibrary::entries[0].coding = codingUcs2;
+  EXPECT_EQ(link_.receivedMessages()[0].Content, "café");
+}
+
+TEST_F(PhoneLinkTest, FoldersTakeTheListedThenTheHandsetsOwnByStatus) {
+  link_.bind(FakeLibrary::all());
+  for (const std::uint16_t status : std::initializer_list<std::uint16_t>{3, 2, 1, 7, 0, 5}) {
+    MessageEntry entry;
+    entry.status = status;
+    entry.number = static_cast<std::int16_t>(status);
+    FakeLibrary::entries.push_back(entry);
+  }
+  FakeLibrary::count = 2;
+  FakeLibrary::handsetCount = 6;
+  const auto indices = [this](Folder folder) {
+    store::FolderTable table;
+    table.append().Index = 99;  // from before
+    readHandsetFolder(link_, folder, table);
+    std::vector<int> numbers;
+    for (const store::SmsRecord& record : table.records()) numbers.push_back(record.Index);
+    return numbers;
+  };
+  EXPECT_EQ(indices(Folder::MInbox), (std::vector{3, 2, 3, 1}));
+  EXPECT_EQ(indices(Folder::MOutbox), (std::vector{3, 2, 7}));
+  FakeLibrary::handsetCount = -1;
+  EXPECT_EQ(indices(Folder::MInbox), (std::vector{3, 2}));
+}
+
+// Notes the steps of a refresh.
+class NotedTarget : public RefreshTarget {
+ public:
+  void freeTable(Folder folder) override { note("free", folder); }
+  void emptyList() override { steps += "empty "; }
+  void closeHandset() override { steps += "close "; }
+  bool connect() override { return steps += "connect ", connects; }
+  void reload(Folder folder) override { note("load", folder); }
+  std::optional<Folder> selectedFolder() const override { return selected; }
+  void show(Folder folder) override { note("show", folder); }
+
+  void note(const char* step, Folder folder) {
+    steps += step + std::to_string(store::position(folder)) + " ";
+  }
+
+  std::string steps;
+  bool connects = true;
+  std::optional<Folder> selected;
+};
+
+TEST(RefreshAll, GoesThroughItsStepsInOrder) {
+  const std::string begin = "free0 free1 free2 free3 free4 empty close connect ";
+  const std::string loads = "load0 load1 load2 load3 load4 ";
+  NotedTarget target;
+  target.selected = Folder::PSent;
+  EXPECT_TRUE(refreshAll(target));
+  EXPECT_EQ(target.steps, begin + loads + "show3 ");
+
+  NotedTarget onGroup;
+  EXPECT_TRUE(refreshAll(onGroup));
+  EXPECT_EQ(onGroup.steps, begin + loads);
+
+  NotedTarget unplugged;
+  unplugged.connects = false;
+  unplugged.selected = Folder::PSent;
+  EXPECT_FALSE(refreshAll(unplugged));
+  EXPECT_EQ(unplugged.steps, begin);
+}
+
+}  // namespace

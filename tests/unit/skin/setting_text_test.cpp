@@ -1,0 +1,59 @@
+#include "skin/setting_text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+using skin::findSetting;
+
+TEST(FindSetting, ReadsTheFirstMatchInItsSection) {
+  const std::string text =
+      "; comment\r\nimage = outside\r\n[Button]\r\n;image = off\r\n  Image =  face.png  \r\nimage=second\r\n"
+      "[Font]\nfacename=\"Courier New\"\nfontsize=\n[ Spaced ]\nkey=a=b\n[Button]\nlate=found\n[open\nx=1";
+  struct Case {
+    const char* section;
+    const char* key;
+    std::optional<std::string> value;
+  };
+  for (const Case& c :
+       {Case{"button", "IMAGE", "face.png"}, Case{"Font", "facename", "Courier New"},
+        Case{"Font", "fontsize", ""}, Case{"Spaced", "key", "a=b"}, Case{"Button", "late", "found"},
+        Case{"Font", "image", std::nullopt}, Case{"Missing", "image", std::nullopt},
+        Case{"", "image", std::nullopt}, Case{"open", "x", "1"}})
+    EXPECT_EQ(findSetting(text, c.section, c.key), c.value) << c.section << '/' << c.key;
+}
+
+TEST(FindSetting, SurvivesAnything) {
+  std::mt19937 random(7);
+  const std::string_view alphabet("[]=;\"\r\n \t\0ab", 13);
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    for (std::size_t length = random() % 40; text.size() < length;)
+      text += alphabet[random() % alphabet.size()];
+    findSetting(text, "a", "b");
+  }
+  EXPECT_EQ(findSetting(std::string(1 << 20, '['), "a", "b"), std::nullopt);
+}
+
+TEST(ParseRect, TakesFourIntegersOnly) {
+  EXPECT_EQ(skin::parseRect("10,20,110,45"), (std::array{10, 20, 110, 45}));
+  EXPECT_EQ(skin::parseRect(" -1 , 0,\t7 ,8 "), (std::array{-1, 0, 7, 8}));
+  for (const char* broken : {"", "1,2,3", "1,2,3,4,5", "1,2,3,x", "1,,3,4", "1,2,3,99999999999", "1;2;3;4"})
+    EXPECT_EQ(skin::parseRect(broken), std::nullopt) << broken;
+}
+
+TEST(LeadingNumber, ReadsAsAtoiWithinTheRangeOfInt) {
+  struct Case {
+    const char* text;
+    int number;
+  };
+  for (const Case& c :
+       {Case{"12", 12}, Case{"  +7 apples", 7}, Case{"-3", -3}, Case{"words", 0}, Case{"", 0}, Case{"- 4", 0},
+        Case{"2147483647", 2147483647}, Case{"99999999999999999999", 2147483647},
+        Case{"-2147483648", -2147483647 - 1}, Case{"-99999999999999999999", -2147483647 - 1}})
+    EXPECT_EQ(skin::leadingNumber(c.text), c.number) << c.text;
+}
+
+}  // namespace
