@@ -35,7 +35,7 @@ std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacit
     const std::u16string_view character = takeCharacter(rest);
     if (character[0] == 0) continue;
     std::string bytes = codePage.encode(character);
-    if (bytes.empty()) bytes = "?";
+    if (bytes.empty()) bytes.push_back('?');
     append(pieces, bytes, capacity);
   }
   return pieces;
