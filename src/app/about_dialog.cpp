@@ -7,14 +7,16 @@
 
 namespace app {
 
-AboutDialog::AboutDialog() : CDialog(IDD_ABOUT) {}
+AboutDialog::AboutDialog() : CSkinDialog(IDD_ABOUT) {}
 
 bool AboutDialog::onInitDialog() {
-  setText(framework::loadString(IDS_TITLE));
+  static constexpr skin::ControlText texts[] = {
+      {IDC_ABOUT_TEXT, IDS_ABOUT_TEXT}, {IDOK, IDS_OK}, {skin::theDialog, IDS_TITLE}};
+  CSkinDialog::onInitDialog();
+  skinButtons({{ok_, IDOK}});
+  setTexts(texts);
   setItemText(IDC_ABOUT_TITLE,
               framework::formatText(framework::loadString(IDS_ABOUT_VERSION), {QUILLET_VERSION_TEXT}));
-  setItemText(IDC_ABOUT_TEXT, framework::loadString(IDS_ABOUT_TEXT));
-  setItemText(IDOK, framework::loadString(IDS_OK));
   return true;
 }
 

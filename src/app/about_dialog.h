@@ -1,16 +1,19 @@
 #pragma once
 
-#include "framework/dialog.h"
+#include "skin/skin_dialog.h"
 
 namespace app {
 
 // Name, version and what the program is.
-class AboutDialog : public framework::CDialog {
+class AboutDialog : public skin::CSkinDialog {
  public:
   AboutDialog();
 
  protected:
   bool onInitDialog() override;
+
+ private:
+  skin::CButtonEx ok_;
 };
 
 }  // namespace app

@@ -109,6 +109,15 @@ constexpr MessageEntry onMinMaxInfo() {
             return detail::call<Method>(w, *reinterpret_cast<MINMAXINFO*>(l));
           }};
 }
+// HBRUSH f(HDC target, HWND control), for the WM_CTLCOLOR messages.
+template <auto Method>
+constexpr MessageEntry onControlColour(UINT message) {
+  return {message, anyCode, 0, [](CWnd& w, WPARAM dc, LPARAM control) {
+            return reinterpret_cast<LRESULT>(
+                (static_cast<typename detail::MethodTraits<decltype(Method)>::Owner&>(w).*Method)(
+                    reinterpret_cast<HDC>(dc), reinterpret_cast<HWND>(control)));
+          }};
+}
 // A notification that the control handles itself: LRESULT or void f(Notification&).
 template <auto Method, class Notification = NMHDR>
 constexpr MessageEntry onReflected(UINT code) {

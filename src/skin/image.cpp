@@ -61,4 +61,21 @@ framework::UniqueBitmap CImage::toBitmap(COLORREF background, SIZE wanted) const
   return framework::UniqueBitmap(made);
 }
 
+Pixels CImage::pixels() const {
+  if (!loaded()) return {};
+  Pixels copy(static_cast<int>(size().cx), static_cast<int>(size().cy));
+  const Gdiplus::Rect all(0, 0, copy.width, copy.height);
+  Gdiplus::BitmapData data;
+  data.Width = static_cast<UINT>(copy.width);
+  data.Height = static_cast<UINT>(copy.height);
+  data.Stride = copy.width * 4;
+  data.PixelFormat = PixelFormat32bppARGB;
+  data.Scan0 = copy.values.data();
+  data.Reserved = 0;
+  const UINT mode = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
+  if (bitmap_->LockBits(&all, mode, PixelFormat32bppARGB, &data) != Gdiplus::Ok) return {};
+  bitmap_->UnlockBits(&data);
+  return copy;
+}
+
 }  // namespace skin

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "framework/handles.h"
+#include "skin/pixels.h"
 
 namespace Gdiplus {
 class Bitmap;
@@ -40,6 +41,8 @@ class CImage {
   framework::UniqueBitmap toBitmap(COLORREF background) const;
   // The same, scaled to `size` pixels when the image has another size.
   framework::UniqueBitmap toBitmap(COLORREF background, SIZE size) const;
+  // The image with its transparency, for drawing without GDI+; empty when that fails.
+  Pixels pixels() const;
 
  private:
   std::unique_ptr<Gdiplus::Bitmap> bitmap_;
