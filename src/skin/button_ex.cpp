@@ -94,8 +94,10 @@ void CButtonEx::SetSkinImage(const std::string& path) {
 
 LRESULT CButtonEx::onCustomDraw(NMCUSTOMDRAW& notification) {
   if (!SkinEnabled || image_.empty()) return CDRF_DODEFAULT;
-  // The face covers every pixel, so nothing is erased before it.
-  if (notification.dwDrawStage == CDDS_PREPAINT) draw(notification.hdc, clientRect());
+  // The face covers every pixel, so it stands in for the erasing as well. Whoever skips that may not be
+  // asked to paint any more.
+  const bool drawn = notification.dwDrawStage == CDDS_PREERASE || notification.dwDrawStage == CDDS_PREPAINT;
+  if (drawn) draw(notification.hdc, clientRect());
   return CDRF_SKIPDEFAULT;
 }
 
