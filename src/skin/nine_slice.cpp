@@ -39,8 +39,8 @@ std::vector<SourcePixel> stretchedAxis(int source, int corner, int target) {
   const int stretched = target - head - tail;
   for (int i = 0; i < target; ++i) {
     SourcePixel& pixel = axis[static_cast<std::size_t>(i)];
-    if (i < head || middle == 0) {
-      pixel = {std::min(i, source - 1), std::min(i, source - 1), 0};
+    if (i < head) {
+      pixel = {i, i, 0};
     } else if (i >= target - tail) {
       pixel = {source - (target - i), source - (target - i), 0};
     } else {

@@ -20,8 +20,8 @@ struct SourcePixel {
   bool operator==(const SourcePixel&) const = default;
 };
 
-// The source of each of `target` pixels along an axis of `source` pixels (at least 1, and at least twice
-// `corner`). A target shorter than both corners keeps the outermost pixels of each.
+// The source of each of `target` pixels along an axis of `source` pixels (more than twice `corner`). A target
+// shorter than both corners keeps the outermost pixels of each.
 std::vector<SourcePixel> stretchedAxis(int source, int corner, int target);
 
 // The image at another size; empty when the image or the size is.
