@@ -54,6 +54,7 @@ int pixelsOfPoints(int points, HWND window) {
 const framework::MessageMap* CButtonEx::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onReflected<&CButtonEx::onCustomDraw, NMCUSTOMDRAW>(NM_CUSTOMDRAW),
+      framework::onPlain<&CButtonEx::onUiStateChange>(WM_UPDATEUISTATE),
   };
   static const framework::MessageMap map{entries, CWnd::messageMap()};
   return &map;
@@ -99,6 +100,12 @@ LRESULT CButtonEx::onCustomDraw(NMCUSTOMDRAW& notification) {
   const bool drawn = notification.dwDrawStage == CDDS_PREERASE || notification.dwDrawStage == CDDS_PREPAINT;
   if (drawn) draw(notification.hdc, clientRect());
   return CDRF_SKIPDEFAULT;
+}
+
+LRESULT CButtonEx::onUiStateChange() {
+  const LRESULT result = defaultProcessing();
+  InvalidateRect(handle(), nullptr, FALSE);  // focus ring and underline come or go
+  return result;
 }
 
 bool CButtonEx::isHidden(UINT uiState) const {

@@ -34,7 +34,8 @@ class CButtonEx : public framework::CWnd {
   const framework::MessageMap* messageMap() const override;
 
  private:
-  LRESULT onCustomDraw(NMCUSTOMDRAW& draw);
+  LRESULT onCustomDraw(NMCUSTOMDRAW& notification);
+  LRESULT onUiStateChange();
   void draw(HDC target, const RECT& place) const;
   void drawCaption(HDC target, RECT place, const ButtonState& state) const;
   ButtonState state() const;

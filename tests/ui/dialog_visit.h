@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+// Acts in the modal dialog that is opened while it lives: one step after the other, each once everything that
+// the step before has posted is handled. A dialog that still stands after the last step is ended.
+class DialogVisit {
+ public:
+  using Step = std::function<void(HWND dialog)>;
+  static constexpr INT_PTR notEnded = 77;  // the result of a dialog that had to be ended here
+
+  explicit DialogVisit(std::vector<Step> steps);
+  ~DialogVisit();  // fails the test when a step was not reached
+  DialogVisit(const DialogVisit&) = delete;
+  DialogVisit& operator=(const DialogVisit&) = delete;
+
+ private:
+  static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD);
+
+  std::vector<Step> steps_;
+  std::size_t next_ = 0;
+  UINT_PTR timer_;
+};
+
+// What a window shows on the screen, row by row.
+std::vector<COLORREF> pictureOf(HWND window);
