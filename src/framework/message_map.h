@@ -102,6 +102,13 @@ constexpr MessageEntry onKey(UINT message) {
   return {message, 0, 0,
           [](CWnd& w, WPARAM key, LPARAM) { return detail::call<Method>(w, static_cast<UINT>(key)); }};
 }
+// LRESULT f(const MSG* message): what the control wants of the dialog's keys, DLGC_… bits; `message` is the
+// key in question, null when none is.
+template <auto Method>
+constexpr MessageEntry onDialogCode() {
+  return {WM_GETDLGCODE, 0, 0,
+          [](CWnd& w, WPARAM, LPARAM l) { return detail::call<Method>(w, reinterpret_cast<const MSG*>(l)); }};
+}
 // void f(MINMAXINFO&)
 template <auto Method>
 constexpr MessageEntry onMinMaxInfo() {

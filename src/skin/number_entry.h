@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/wnd.h"
+
+namespace skin {
+
+// An edit box for phone numbers: of what is typed it takes digits, ";", "+", "-" and "." only. What is pasted
+// is not filtered. The member of a dialog.
+class CNumberEntry : public framework::CWnd {
+ public:
+  CNumberEntry() = default;
+
+  // Takes over the dialog's edit box of that id; false when there is none.
+  bool subclass(HWND dialog, UINT id);
+
+ protected:
+  const framework::MessageMap* messageMap() const override;
+
+ private:
+  LRESULT onChar(UINT character);
+  LRESULT onKeyDown(UINT key);
+};
+
+}  // namespace skin
