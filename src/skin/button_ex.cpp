@@ -13,6 +13,7 @@ namespace {
 constexpr std::uint8_t boldStyle = 1;
 constexpr std::uint8_t italicStyle = 2;
 constexpr std::uint8_t underlinedStyle = 4;
+constexpr int ringRoom = 4;       // pixels at each side that a long text leaves to the rings
 constexpr int largestFont = 200;  // points; a layout file may say anything
 
 struct DeleteDc {
@@ -144,6 +145,7 @@ void CButtonEx::drawCaption(HDC target, RECT place, const ButtonState& state) co
   if (state.disabled) ink = mixColours(ink, rgbOf(skin.dialogBackground), 144);
   UINT format = DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS;
   if (isHidden(UISF_HIDEACCEL)) format |= DT_HIDEPREFIX;
+  InflateRect(&place, -ringRoom, 0);
   if (state.pressed) OffsetRect(&place, 0, 1);
   const auto font = reinterpret_cast<HFONT>(send(WM_GETFONT));
   const HGDIOBJ former = SelectObject(target, font ? font : GetStockObject(DEFAULT_GUI_FONT));

@@ -115,6 +115,7 @@ TEST_F(SkinnedButton, KeepsItsCornersAtAnySize) {
   ButtonsDialog dialog;
   dialog.visit({[&](HWND) {
     const HWND button = dialog.second.handle();
+    dialog.second.setText("");
     const auto corners = [&](int width, int height) {
       MoveWindow(button, 0, 0, width, height, TRUE);
       const Picture all = pictureOf(button);
