@@ -29,7 +29,7 @@ class Library {
   void close();
 
   // Asks for 16-bit texts, or ends them. Nonzero when texts are 16-bit from now on: an entry whose coding
-  // is 8 then carries UTF-16LE, both ways, and every text that is not plain ASCII is given so.
+  // is 8 then carries UTF-16LE, both ways, and every text that the code page cannot hold is given so.
   int setUnicode(int on);
 
   int receivedMessages(std::span<std::byte> entries);

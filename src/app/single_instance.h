@@ -8,10 +8,12 @@
 
 namespace app {
 
-// One running program for each folder of stores: two would write over each other's changes.
+// One running program for each folder of stores: two would write over each other's changes. Whoever runs
+// holds a file of the folder open to itself, so that it does not matter who starts the second one, or by
+// which name of the folder.
 class SingleInstance {
  public:
-  // `folder` is the program's folder, in any spelling of its letters.
+  // `folder` is the program's folder, ending in a backslash.
   explicit SingleInstance(const std::string& folder);
 
   // Whether another program already serves the folder.
@@ -22,8 +24,8 @@ class SingleInstance {
   void markWindow(HWND window) const;
 
  private:
-  std::wstring name_;
-  framework::UniqueHandle mutex_;
+  std::wstring property_;  // the mark
+  framework::UniqueHandle lock_;
   bool second_ = false;
 };
 

@@ -25,6 +25,9 @@ FileStatus statusOf(FileOperation operation, bool succeeded) {
 // One ReadFile or WriteFile moves at most this much.
 constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
+constexpr int moveAttempts = 5;
+constexpr DWORD moveDelay = 20;  // milliseconds
+
 class WindowsFile : public store::File {
  public:
   explicit WindowsFile(HANDLE handle) : handle_(handle) {}
@@ -100,7 +103,9 @@ FileStatus WindowsFiles::exists(const std::string& path) {
 }
 
 store::OpenedFile WindowsFiles::openForReading(const std::string& path) {
-  return open(FileOperation::open, path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+  // An editor or a backup that has the file open is no reason not to read it.
+  return open(FileOperation::open, path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+              OPEN_EXISTING);
 }
 
 store::OpenedFile WindowsFiles::create(const std::string& path) {
@@ -112,9 +117,18 @@ store::OpenedFile WindowsFiles::openForAppending(const std::string& path) {
 }
 
 FileStatus WindowsFiles::replace(const std::string& from, const std::string& to) {
-  const BOOL moved = MoveFileExW(framework::toWide(from).c_str(), framework::toWide(to).c_str(),
-                                 MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-  return statusOf(FileOperation::replace, moved != 0);
+  const auto move = [from = framework::toWide(from), to = framework::toWide(to)] {
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+  };
+  bool moved = move();
+  // A scanner looks into a file that has just been written, for a moment.
+  for (int attempt = 1; attempt < moveAttempts && !moved; ++attempt) {
+    const DWORD code = GetLastError();
+    if (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED) break;
+    Sleep(moveDelay);
+    moved = move();
+  }
+  return statusOf(FileOperation::replace, moved);
 }
 
 FileStatus WindowsFiles::remove(const std::string& path) {

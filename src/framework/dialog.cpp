@@ -22,6 +22,10 @@ INT_PTR CDialog::doModal(HWND owner) {
       [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
 }
 
+std::string CDialog::itemText(UINT id) const {
+  return windowText(item(id));
+}
+
 void CDialog::setItemText(UINT id, std::string_view text) {
   SetWindowTextW(item(id), toWide(text).c_str());
 }

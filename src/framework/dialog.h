@@ -13,6 +13,7 @@ class CDialog : public CWnd {
   INT_PTR doModal(HWND owner);
 
   HWND item(UINT id) const { return GetDlgItem(handle(), static_cast<int>(id)); }
+  std::string itemText(UINT id) const;
   void setItemText(UINT id, std::string_view text);
   void endDialog(INT_PTR result) { EndDialog(handle(), result); }
 

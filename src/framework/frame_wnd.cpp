@@ -17,6 +17,7 @@ const MessageMap* CFrameWnd::messageMap() const {
       onPlain<&CFrameWnd::onDestroyed>(WM_DESTROY),
       onRaw<&CFrameWnd::onCommand>(WM_COMMAND),
       onRaw<&CFrameWnd::onSysCommand>(WM_SYSCOMMAND),
+      onRaw<&CFrameWnd::onEndSession>(WM_ENDSESSION),
   };
   static const MessageMap map{entries, CWnd::messageMap()};
   return &map;
@@ -160,6 +161,10 @@ LRESULT CFrameWnd::onCommand(WPARAM wParam, LPARAM) {
     return 0;
   }
   return defaultProcessing();
+}
+
+void CFrameWnd::onEndSession(WPARAM ending, LPARAM) {
+  if (ending) CWinApp::current()->endSession();
 }
 
 LRESULT CFrameWnd::onSysCommand(WPARAM wParam, LPARAM) {

@@ -16,7 +16,6 @@ class CWnd;
 
 // A notification of a control, handed back to the control's own class before its parent's.
 inline constexpr UINT reflectedNotify = WM_APP + 0x100;
-inline constexpr UINT reflectedCommand = WM_APP + 0x101;
 
 inline constexpr UINT anyCode = ~0U;
 
@@ -82,10 +81,11 @@ constexpr MessageEntry onCreate() {
             return detail::call<Method>(w, *reinterpret_cast<const CREATESTRUCTW*>(l)) ? 0 : -1;
           }};
 }
-// void f(int width, int height)
+// void f(int width, int height). Being minimised is no size to lay anything out for.
 template <auto Method>
 constexpr MessageEntry onSize() {
-  return {WM_SIZE, 0, 0, [](CWnd& w, WPARAM, LPARAM l) {
+  return {WM_SIZE, anyCode, 0, [](CWnd& w, WPARAM kind, LPARAM l) -> LRESULT {
+            if (kind == SIZE_MINIMIZED) return 0;
             return detail::call<Method>(w, int{GET_X_LPARAM(l)}, int{GET_Y_LPARAM(l)});
           }};
 }

@@ -1,11 +1,10 @@
 #include "framework/resources.h"
 
+#include "framework/framework_state.h"
 #include "framework/text.h"
 
 namespace framework {
 namespace {
-
-HMODULE currentModule = nullptr;
 
 std::string stringOf(HMODULE module, UINT id) {
   const wchar_t* text = nullptr;  // with size 0 the call hands out the text in place
@@ -16,22 +15,18 @@ std::string stringOf(HMODULE module, UINT id) {
 }  // namespace
 
 void setResourceModule(HMODULE module) {
-  currentModule = module;
-}
-
-HMODULE resourceModule() {
-  return currentModule;
+  frameworkState().resourceModule = module;
 }
 
 std::string loadString(UINT id) {
   std::string text;
-  if (currentModule) text = stringOf(currentModule, id);
+  if (const HMODULE library = frameworkState().resourceModule) text = stringOf(library, id);
   return text.empty() ? stringOf(GetModuleHandleW(nullptr), id) : text;
 }
 
 HMODULE moduleWithResource(const wchar_t* type, UINT id) {
-  const bool inLibrary = currentModule && FindResourceW(currentModule, MAKEINTRESOURCEW(id), type);
-  return inLibrary ? currentModule : GetModuleHandleW(nullptr);
+  const HMODULE library = frameworkState().resourceModule;
+  return library && FindResourceW(library, MAKEINTRESOURCEW(id), type) ? library : GetModuleHandleW(nullptr);
 }
 
 }  // namespace framework

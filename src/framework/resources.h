@@ -10,7 +10,6 @@ namespace framework {
 
 // The resource library's module; null = the program's own resources alone.
 void setResourceModule(HMODULE module);
-HMODULE resourceModule();
 
 // The text of that number in UTF-8; empty when neither module has it.
 std::string loadString(UINT id);

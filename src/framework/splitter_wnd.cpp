@@ -131,6 +131,7 @@ void CSplitterWnd::onLButtonUp(UINT, POINT) {
 }
 
 void CSplitterWnd::beginKeyboardMove() {
+  if (keyboardMove_) return;
   keyboardMove_ = true;
   widthBefore_ = columnWidth(0);
   focusBefore_ = SetFocus(handle());

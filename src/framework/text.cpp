@@ -47,6 +47,20 @@ bool toAnsi(std::wstring_view wide, std::string& bytes) {
   return false;
 }
 
+std::tm localTime() {
+  // Not the C runtime's localtime: a TZ variable made for other programs would mislead it.
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  std::tm time{};
+  time.tm_year = now.wYear - 1900;
+  time.tm_mon = now.wMonth - 1;
+  time.tm_mday = now.wDay;
+  time.tm_hour = now.wHour;
+  time.tm_min = now.wMinute;
+  time.tm_sec = now.wSecond;
+  return time;
+}
+
 std::string formatText(std::string_view pattern, std::initializer_list<std::string_view> values) {
   std::string text;
   auto value = values.begin();

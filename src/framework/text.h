@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ctime>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@ std::string toUtf8(std::wstring_view wide);
 // is then empty.
 std::wstring fromAnsi(std::string_view bytes);
 bool toAnsi(std::wstring_view wide, std::string& bytes);
+
+// The local time as the system's clock shows it.
+std::tm localTime();
 
 // Replaces "%s" and "%d" in `pattern`, in order, by `values`.
 std::string formatText(std::string_view pattern, std::initializer_list<std::string_view> values);

@@ -4,6 +4,19 @@
 
 namespace framework {
 
+const MessageMap* CTreeView::messageMap() const {
+  static constexpr MessageEntry entries[] = {
+      onRaw<&CTreeView::onSysKeyDown>(WM_SYSKEYDOWN),
+  };
+  static const MessageMap map{entries, CView::messageMap()};
+  return &map;
+}
+
+// Some tree controls keep Alt+F4 and the like for themselves.
+LRESULT CTreeView::onSysKeyDown(WPARAM wParam, LPARAM lParam) {
+  return DefWindowProcW(handle(), WM_SYSKEYDOWN, wParam, lParam);
+}
+
 HTREEITEM CTreeView::insertItem(HTREEITEM parent, std::string_view text, int image) {
   std::wstring wide = toWide(text);
   TVINSERTSTRUCTW insert{};

@@ -26,6 +26,10 @@ class CTreeView : public CView {
 
  protected:
   void preCreateWindow(CREATESTRUCTW& c) override { c.lpszClass = WC_TREEVIEWW; }
+  const MessageMap* messageMap() const override;
+
+ private:
+  LRESULT onSysKeyDown(WPARAM wParam, LPARAM lParam);
 };
 
 }  // namespace framework

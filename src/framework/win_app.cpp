@@ -1,28 +1,34 @@
 #include "framework/win_app.h"
 
+#include <new>
+
+#include "framework/framework_state.h"
+
 namespace framework {
-namespace {
-
-CWinApp* currentApp = nullptr;
-
-}  // namespace
-
-CWinApp::CWinApp() : former_(currentApp) {
-  currentApp = this;
+CWinApp::CWinApp() : former_(frameworkState().app) {
+  frameworkState().app = this;
 }
 
 CWinApp::~CWinApp() {
-  currentApp = former_;
+  frameworkState().app = former_;
 }
 
 CWinApp* CWinApp::current() {
-  return currentApp;
+  return frameworkState().app;
 }
 
 int CWinApp::run() {
   exitCode_ = 1;
-  if (initInstance()) exitCode_ = pump();
+  try {
+    if (initInstance()) exitCode_ = pump();
+  } catch (const std::bad_alloc&) {
+    MessageBoxW(nullptr, L"There is not enough memory.", L"Quillet", MB_OK | MB_ICONERROR | MB_TASKMODAL);
+  }
   return exitInstance();
+}
+
+void CWinApp::endSession() {
+  exitInstance();
 }
 
 bool CWinApp::processShellCommand() {

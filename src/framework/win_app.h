@@ -19,6 +19,9 @@ class CWinApp : public CCmdTarget {
   // initInstance, the loop until the main window is gone, exitInstance. The process's exit code.
   int run();
 
+  // The system ends the session and the process with it: what exit does is done now.
+  void endSession();
+
   CFrameWnd* mainFrame() const { return mainFrame_; }
   // Brings the window up to date with the state of its commands; what the loop does when idle.
   void onIdle();

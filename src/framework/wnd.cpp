@@ -1,7 +1,6 @@
 #include "framework/wnd.h"
 
-#include <exception>
-
+#include "framework/framework_state.h"
 #include "framework/text.h"
 
 namespace framework {
@@ -10,8 +9,14 @@ namespace {
 constexpr UINT_PTR subclassId = 1;
 constexpr wchar_t objectProperty[] = L"Quillet.Window";
 
-// The object that the next created window belongs to; set by CreationScope only.
-CWnd* awaitingWindow = nullptr;
+// What escapes a handler is lack of memory, so this asks for none.
+void reportOutOfMemory() {
+  static bool shown = false;
+  if (shown) return;
+  shown = true;
+  MessageBoxW(nullptr, L"There is not enough memory.", L"Quillet", MB_OK | MB_ICONERROR | MB_TASKMODAL);
+  shown = false;
+}
 
 }  // namespace
 
@@ -28,8 +33,11 @@ bool CWnd::create(const CREATESTRUCTW& wanted) {
   c.hInstance = GetModuleHandleW(nullptr);
   preCreateWindow(c);
   const CreationScope scope(*this);
-  return CreateWindowExW(c.dwExStyle, c.lpszClass, c.lpszName, static_cast<DWORD>(c.style), c.x, c.y, c.cx,
-                         c.cy, c.hwndParent, c.hMenu, c.hInstance, c.lpCreateParams) != nullptr;
+  const HWND made = CreateWindowExW(c.dwExStyle, c.lpszClass, c.lpszName, static_cast<DWORD>(c.style), c.x,
+                                    c.y, c.cx, c.cy, c.hwndParent, c.hMenu, c.hInstance, c.lpCreateParams);
+  // A window that could not be attached has missed its first messages and is of no use.
+  if (made && !handle_) DestroyWindow(made);
+  return made && handle_;
 }
 
 bool CWnd::createChild(const wchar_t* className, DWORD style, const RECT& place, HWND parent, UINT id) {
@@ -59,9 +67,7 @@ bool CWnd::attach(HWND window) {
 }
 
 std::string CWnd::text() const {
-  std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(handle_)) + 1, L'\0');
-  wide.resize(static_cast<std::size_t>(GetWindowTextW(handle_, wide.data(), static_cast<int>(wide.size()))));
-  return toUtf8(wide);
+  return windowText(handle_);
 }
 
 void CWnd::setText(std::string_view text) {
@@ -93,12 +99,11 @@ const MessageEntry* CWnd::findHandler(UINT message, UINT code, UINT id) const {
   return nullptr;
 }
 
-bool CWnd::reflect(HWND control, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-  CWnd* const child = fromHandle(control);
+bool CWnd::reflect(WPARAM wParam, LPARAM lParam, LRESULT& result) {
+  const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+  CWnd* const child = fromHandle(header.hwndFrom);
   if (!child || child == this) return false;
-  const UINT code =
-      message == reflectedNotify ? reinterpret_cast<const NMHDR*>(lParam)->code : HIWORD(wParam);
-  const MessageEntry* const entry = child->findHandler(message, code, 0);
+  const MessageEntry* const entry = child->findHandler(reflectedNotify, header.code, 0);
   if (!entry) return false;
   result = entry->handle(*child, wParam, lParam);
   return true;
@@ -112,12 +117,10 @@ LRESULT CWnd::windowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
     code = header.code;
     id = static_cast<UINT>(header.idFrom);
-    if (reflect(header.hwndFrom, reflectedNotify, wParam, lParam, result)) return result;
+    if (reflect(wParam, lParam, result)) return result;
   } else if (message == WM_COMMAND) {
     code = HIWORD(wParam);
     id = LOWORD(wParam);
-    if (lParam && reflect(reinterpret_cast<HWND>(lParam), reflectedCommand, wParam, lParam, result))
-      return result;
   }
   if (const MessageEntry* entry = findHandler(message, code, id)) return entry->handle(*this, wParam, lParam);
   return defaultProcessing();
@@ -131,9 +134,12 @@ LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LP
   LRESULT result = 0;
   try {
     result = self.windowProc(message, wParam, lParam);
-  } catch (const std::exception& problem) {
-    // Nothing may escape into Windows. What reaches this point is lack of memory or a fault of ours.
-    MessageBoxW(nullptr, toWide(problem.what()).c_str(), L"Quillet", MB_OK | MB_ICONERROR);
+  } catch (...) {
+    // Nothing may escape into Windows. A creation that failed halfway is called off, and a window that cannot
+    // be painted is not asked again at once.
+    result = message == WM_CREATE ? -1 : 0;
+    if (message == WM_PAINT) ValidateRect(window, nullptr);
+    reportOutOfMemory();
   }
   if (message == WM_NCDESTROY) {
     RemoveWindowSubclass(window, subclassProc, subclassId);
@@ -144,23 +150,30 @@ LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LP
   return result;
 }
 
+std::string windowText(HWND window) {
+  std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  wide.resize(static_cast<std::size_t>(GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()))));
+  return toUtf8(wide);
+}
+
 CreationScope::CreationScope(CWnd& window)
-    : hook_(SetWindowsHookExW(WH_CBT, hookProc, nullptr, GetCurrentThreadId())), former_(awaitingWindow) {
-  awaitingWindow = &window;
+    : hook_(SetWindowsHookExW(WH_CBT, hookProc, nullptr, GetCurrentThreadId())),
+      former_(frameworkState().awaitingWindow) {
+  frameworkState().awaitingWindow = &window;
 }
 
 CreationScope::~CreationScope() {
   if (hook_) UnhookWindowsHookEx(hook_);
-  awaitingWindow = former_;
+  frameworkState().awaitingWindow = former_;
 }
 
 LRESULT CALLBACK CreationScope::hookProc(int code, WPARAM wParam, LPARAM lParam) {
   wchar_t className[8] = L"";
   if (code == HCBT_CREATEWND) GetClassNameW(reinterpret_cast<HWND>(wParam), className, 8);
   // The input method's own window may be created in between; it is never the awaited one.
-  if (code == HCBT_CREATEWND && awaitingWindow && lstrcmpiW(className, L"IME") != 0) {
-    CWnd* const window = awaitingWindow;
-    awaitingWindow = nullptr;
+  if (code == HCBT_CREATEWND && frameworkState().awaitingWindow && lstrcmpiW(className, L"IME") != 0) {
+    CWnd* const window = frameworkState().awaitingWindow;
+    frameworkState().awaitingWindow = nullptr;
     window->attach(reinterpret_cast<HWND>(wParam));
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);

@@ -55,11 +55,15 @@ class CWnd : public CCmdTarget {
 
   static LRESULT CALLBACK subclassProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
   const MessageEntry* findHandler(UINT message, UINT code, UINT id) const;
-  bool reflect(HWND control, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+  // Offers a notification to the control that it comes from.
+  bool reflect(WPARAM wParam, LPARAM lParam, LRESULT& result);
 
   HWND handle_ = nullptr;
   Current current_{};
 };
+
+// The text of any window, in UTF-8.
+std::string windowText(HWND window);
 
 // While it lives, the next window created on this thread is attached to `window` before its first message,
 // so that WM_CREATE and WM_INITDIALOG reach the object as well.

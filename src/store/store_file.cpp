@@ -45,7 +45,6 @@ WriteResult StoreFile::rewrite(std::span<const SmsRecord> records) {
 }
 
 WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
-  if (!isRead_) return notRead(path_);
   std::string group;
   appendGroup(group, message, breaks, IndexLine::empty);
 

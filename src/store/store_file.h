@@ -32,12 +32,15 @@ class StoreFile {
 
   const std::string& path() const { return path_; }
 
-  // Fills the table from the file. On failure the table is left alone, and rewrite and append answer notRead
-  // until a read succeeds.
+  // Fills the table from the file. On failure the table is left alone, and rewrite answers notRead until a
+  // read succeeds.
   ReadResult read(FolderTable& table);
+  // The caller has given up the records that it had read: no rewrite before the next read.
+  void forget() { isRead_ = false; }
   // The file becomes the records in slot order. They are taken for all that the caller knows of the folder.
   WriteResult rewrite(std::span<const SmsRecord> records);
-  // Files one message behind the others, with an empty Index. Read again before the next rewrite.
+  // Files one message behind the others, with an empty Index; needs no read before it. Read again before the
+  // next rewrite.
   WriteResult append(const SmsRecord& message, LineBreaks breaks);
 
  private:

@@ -20,6 +20,8 @@ WriteResult appendText(FileSystem& files, const CodePage& codePage, const std::s
   const FileStatus status = opened.file->readAll(bytes);
   if (!status.ok()) return failure(status, path);
 
+  // A file that somebody else ended without a line end must not swallow the first line.
+  if (!bytes.empty() && bytes.back() != '\n') text.insert(0, "\r\n");
   if (const auto tail = bytesToAppend(text, bytes.starts_with(utf8Mark), codePage)) {
     return appendAtomically(*opened.file, path, *tail, bytes);
   }

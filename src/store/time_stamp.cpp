@@ -40,11 +40,4 @@ std::string timeStamp(const std::tm& time) {
   return std::string(text.data(), length);
 }
 
-std::string currentTimeStamp() {
-  const std::time_t now = std::time(nullptr);
-  // Everything runs on one thread, so the shared result of localtime is safe.
-  const std::tm* local = std::localtime(&now);
-  return local == nullptr ? std::string() : timeStamp(*local);
-}
-
 }  // namespace store

@@ -12,7 +12,5 @@ std::string displayTime(std::string_view time);
 
 // "%Y/%m/%d  %H:%M:%S", two blanks between date and time.
 std::string timeStamp(const std::tm& time);
-// The same of the current local time.
-std::string currentTimeStamp();
 
 }  // namespace store

@@ -19,8 +19,12 @@ def shown_time(time):
 
 
 def pieces(text):
-    """An entry holds 160 ASCII characters or 80 UTF-16 units; a longer text takes further entries."""
-    capacity = 160 if text.isascii() else 80
+    """An entry holds 160 characters of the code page or 80 UTF-16 units; a longer text takes further entries."""
+    try:
+        text.encode("cp1252")
+        capacity = 160
+    except UnicodeEncodeError:
+        capacity = 80
     parts = [""]
     for character in text:
         if sum(units(c) for c in parts[-1]) + units(character) > capacity:

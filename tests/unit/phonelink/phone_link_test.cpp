@@ -22,6 +22,8 @@ struct FakeLibrary {
   static inline int count, handsetCount;
   static inline std::vector<MessageEntry> entries;
   static inline unsigned char fill;
+  static inline int sendResult, contactCount;
+  static inline MessageEntry sent;
 
   static void reset() {
     calls.clear();
@@ -29,6 +31,8 @@ struct FakeLibrary {
     unicodeResult = count = handsetCount = 0;
     entries.clear();
     fill = 0;
+    sendResult = contactCount = 0;
+    sent = {};
   }
 
   static void put(void* buffer, std::size_t entrySize) {
@@ -54,6 +58,28 @@ struct FakeLibrary {
     points.zelUnicode = [](int on) { return on == 1 ? unicodeResult : 0; };
     points.zelGetReceiverSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
     points.zelGetSenderSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
+    points.zelSendSMS = [](void* entry) {
+      sent = decodeMessage(MessageBytes(static_cast<const std::byte*>(entry), messageEntrySize));
+      calls += "send ";
+      return sendResult;
+    };
+    points.zelInitPB = [] { return initResult; };
+    points.zelGetPB = [](void* buffer) {
+      std::memset(buffer, fill, contactBufferSize);
+      if (!fill)
+        encodeContact({"+316", "J\xF6rg"},
+                      std::span<std::byte, contactEntrySize>(
+                          static_cast<std::byte*>(buffer) + contactHeadSize, contactEntrySize));
+      return contactCount;
+    };
+    points.zelGetPB_KOVA = [](void* buffer) {
+      std::memset(buffer, fill, wideContactBufferSize);
+      if (!fill)
+        encodeWideContact({u"Анна и девятнадцать\U0001F600", "555"},
+                          std::span<std::byte, wideContactEntrySize>(
+                              static_cast<std::byte*>(buffer) + contactHeadSize, wideContactEntrySize));
+      return contactCount;
+    };
     points.zelGetHandSetSMS = [](void* buffer) { return put(buffer, handsetEntrySize), handsetCount; };
     return points;
   }
@@ -69,10 +95,18 @@ class PhoneLinkTest : public testing::Test {
 
 TEST(BindEntryPoints, AsksForTheNamesInOrder) {
   std::string asked;
-  bindEntryPoints([&asked](const char* name) -> void* {
+  static char places[14];
+  std::size_t count = 0;
+  const EntryPoints points = bindEntryPoints([&](const char* name) -> void* {
     asked += std::string(name) + " ";
-    return nullptr;
+    return &places[count++];
   });
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelOpenSIM), &places[0]);
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetHandSetSMS), &places[3]);
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetSenderSMS), &places[4]);
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetReceiverSMS), &places[5]);
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetPB), &places[8]);
+  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetPB_KOVA), &places[9]);
   EXPECT_EQ(asked,
             "zelOpenSIM zelInitSMS zelGetSMS zelGetHandSetSMS zelGetSenderSMS zelGetReceiverSMS zelSendSMS "
             "zelPutSMS zelGetPB zelGetPB_KOVA zelInitPB zelDeleteSMS zelCloseSIM zelUnicode ");
@@ -172,6 +206,57 @@ TEST_F(PhoneLinkTest, FoldersTakeTheListedThenTheHandsetsOwnByStatus) {
   EXPECT_EQ(indices(Folder::MOutbox), (std::vector{3, 2, 7}));
   FakeLibrary::handsetCount = -1;
   EXPECT_EQ(indices(Folder::MInbox), (std::vector{3, 2}));
+}
+
+TEST_F(PhoneLinkTest, SendsOnlyWhatCrossesWhole) {
+  const std::string longest(16, '1');
+  struct Case {
+    bool unicode;
+    std::string number;
+    std::string text;
+    bool wide;
+    bool crosses;
+  };
+  const std::string yellow = "жёлтый 😀";
+  for (const Case& c :
+       {Case{false, longest, std::string(160, 'x'), false, true},
+        Case{false, longest + "1", "x", false, false}, Case{false, "1", std::string(161, 'x'), false, false},
+        Case{false, "1", "café", true, true}, Case{false, "1", yellow, true, false},  // never with "?" in it
+        Case{true, "1", yellow, true, true}, Case{true, "ж", "x", false, false}}) {
+    FakeLibrary::reset();
+    FakeLibrary::unicodeResult = c.unicode;
+    link_.bind(FakeLibrary::all());
+    EXPECT_EQ(link_.send(c.number, c.text, c.wide), c.crosses) << c.text;
+    EXPECT_EQ(FakeLibrary::calls, c.crosses ? "send " : "") << c.text;
+    if (!c.crosses) continue;
+    EXPECT_EQ(FakeLibrary::sent.phone, c.number);
+    EXPECT_EQ(FakeLibrary::sent.coding, c.wide ? codingUcs2 : codingDefault);
+    const std::string received = c.wide && c.unicode ? utf8FromUtf16(FakeLibrary::sent.wideText())
+                                                     : page_.decode(FakeLibrary::sent.narrowText());
+    EXPECT_EQ(received, c.text);
+    FakeLibrary::sendResult = -1;
+    EXPECT_FALSE(link_.send(c.number, c.text, c.wide));
+  }
+}
+
+TEST_F(PhoneLinkTest, ReadsBothPhonebooksWithinTheirBuffers) {
+  link_.bind(FakeLibrary::all());
+  FakeLibrary::contactCount = 1;
+  auto contacts = link_.contacts();
+  ASSERT_EQ(contacts.size(), 2U);
+  EXPECT_EQ(contacts[0].name, "Jörg");
+  EXPECT_EQ(contacts[0].number, "+316");
+  EXPECT_EQ(contacts[1].name, "Анна и девятнадцать");  // the pair at the 20th place is left out whole
+  EXPECT_EQ(contacts[1].number, "555");
+
+  FakeLibrary::contactCount = 5000;
+  FakeLibrary::fill = 'x';
+  EXPECT_EQ(link_.contacts().size(), 999U + 1000U);
+  FakeLibrary::contactCount = -1;
+  EXPECT_TRUE(link_.contacts().empty());
+  FakeLibrary::contactCount = 1;
+  FakeLibrary::initResult = 0;
+  EXPECT_TRUE(link_.contacts().empty());
 }
 
 // Notes the steps of a refresh.

@@ -181,16 +181,15 @@ TEST_F(StoreFileTest, WhatWasNotReadIsPutAsideBeforeARewrite) {
   EXPECT_EQ(file.rewrite(table.records()).keptCopy, "");
 }
 
-TEST_F(StoreFileTest, IsNotWrittenBeforeItHasBeenRead) {
+TEST_F(StoreFileTest, IsNotRewrittenBeforeItHasBeenRead) {
   const std::string before = header + group("a", "3");
   files.put(path, before);
   files.lock(path);
   table.append(message("left alone"));
   const auto expectRefusal = [&] {
-    for (const WriteResult& result : {file.rewrite({}), file.append(message("b"), LineBreaks::sent)}) {
-      EXPECT_EQ(result.outcome, WriteResult::Outcome::notRead);
-      EXPECT_EQ(result.file, path);
-    }
+    const WriteResult result = file.rewrite({});
+    EXPECT_EQ(result.outcome, WriteResult::Outcome::notRead);
+    EXPECT_EQ(result.file, path);
     EXPECT_EQ(bytes(), before);
   };
   expectRefusal();
@@ -198,10 +197,18 @@ TEST_F(StoreFileTest, IsNotWrittenBeforeItHasBeenRead) {
   EXPECT_TRUE(locked.status.failed());
   EXPECT_EQ(locked.status.code, support::MemoryFileSystem::lockedCode);
   EXPECT_EQ(contents(table), Strings{"left alone"});
+  EXPECT_EQ(file.append(message("b"), LineBreaks::sent).status.code, support::MemoryFileSystem::lockedCode);
   files.unlock(path);
   expectRefusal();
   ASSERT_TRUE(file.read(table).ok());
+  // Nor once the caller has given up what it had read.
+  file.forget();
+  table.clear();
+  expectRefusal();
+  // Filing takes nothing away, so it needs no reading before.
   ASSERT_TRUE(file.append(message("b"), LineBreaks::sent).ok());
+  EXPECT_EQ(file.rewrite({}).outcome, WriteResult::Outcome::notRead);
+  ASSERT_TRUE(file.read(table).ok());
 
   // Locked only later: the write fails and says why.
   files.lock(path);

@@ -41,17 +41,4 @@ TEST(TimeStampTest, StampsHaveTwoBlanksAndLeadingZeros) {
   EXPECT_EQ(store::timeStamp(time), "2005/01/02  09:05:07");
 }
 
-TEST(TimeStampTest, TheCurrentStampIsLocalTime) {
-  // The clock may move on between the readings, so the stamp lies between two.
-  const auto local = [] {
-    const std::time_t now = std::time(nullptr);
-    return store::timeStamp(*std::localtime(&now));
-  };
-  const std::string before = local();
-  const std::string stamp = store::currentTimeStamp();
-  EXPECT_LE(before, stamp);
-  EXPECT_LE(stamp, local());
-  EXPECT_EQ(stamp.size(), 20u);
-}
-
 }  // namespace
