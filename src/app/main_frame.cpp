@@ -1,6 +1,5 @@
 #include "app/main_frame.h"
 
-#include "app/quillet_doc.h"
 #include "app/toolbar_images.h"
 #include "framework/resources.h"
 #include "framework/text.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/quillet_doc.h"
 #include "framework/frame_wnd.h"
 #include "framework/splitter_wnd.h"
 #include "list/quillet_view.h"
@@ -14,7 +15,7 @@ class CMainFrame : public framework::CFrameWnd {
   explicit CMainFrame(tree::LeftViewServices services) : services_(std::move(services)) {}
 
   tree::CLeftView& tree() { return static_cast<tree::CLeftView&>(*splitter_.pane(0)); }
-  list::CQuilletView& list() { return static_cast<list::CQuilletView&>(*splitter_.pane(1)); }
+  list::CQuilletView& list() { return *static_cast<CQuilletDoc&>(*document()).listView; }
   framework::CSplitterWnd& splitter() { return splitter_; }
 
  protected:

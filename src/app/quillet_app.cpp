@@ -4,6 +4,8 @@
 
 #include "app/about_dialog.h"
 #include "app/quillet_doc.h"
+#include "dialogs/new_message_dialog.h"
+#include "dialogs/reader_dialog.h"
 #include "framework/module.h"
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -24,7 +26,9 @@ CQuilletApp::CQuilletApp(std::string moduleDirectory)
     : moduleDirectory_(std::move(moduleDirectory)), link_(codePage_) {}
 
 const framework::CommandMap* CQuilletApp::commandMap() const {
+  // Nothing is printed, so there is no print set-up to offer.
   static constexpr framework::CommandEntry entries[] = {
+      framework::command<&CQuilletApp::onNew>(ID_NEW),
       framework::command<&CQuilletApp::onRefresh>(ID_REFRESH),
       framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
   };
@@ -39,6 +43,7 @@ bool CQuilletApp::initInstance() {
     return false;
   }
   store::resetFolderState();
+  store::setStorePaths(store::folderState(), moduleDirectory_);
 
   // Windows needs no enabling of containers for controls, nor of a 3-D look, any more.
   loadResourceLibrary();
@@ -53,6 +58,7 @@ bool CQuilletApp::initInstance() {
   firstLoad();
   richEdit_ = framework::loadSystemLibrary("riched20.dll");
   skin::skinState() = {};
+  skin::skinState().moduleDirectory = moduleDirectory_;
   readSkinFont();
   return true;
 }
@@ -85,11 +91,11 @@ void CQuilletApp::readSkinFont() {
 
 bool CQuilletApp::connect() {
   if (!link_.isBound()) {
-    showMessage(IDS_NO_LIBRARY);
+    showMessage(loadString(IDS_NO_LIBRARY));
     return true;
   }
   if (link_.open(port_)) return true;
-  showMessage(IDS_NO_CONNECTION);
+  showMessage(loadString(IDS_NO_CONNECTION));
   return false;
 }
 
@@ -107,6 +113,7 @@ bool CQuilletApp::createFrame() {
                                    }});
       }));
   if (!processShellCommand()) return false;
+  frame()->list().setOpenHandler([this](int slot) { openReader(slot); });
   ShowWindow(frame()->handle(), SW_SHOWNORMAL);
   // The panes too: the handset may keep the thread busy for a while from here on.
   RedrawWindow(frame()->handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -128,7 +135,6 @@ void CQuilletApp::firstLoad() {
                                loadString(IDS_PC_INBOX),      loadString(IDS_PC_SENT),
                                loadString(IDS_PC_DRAFT)};
   store::joinFolderPaths(state, {texts[0], texts[1], texts[2], texts[3], texts[4], texts[5], texts[6]});
-  store::setStorePaths(state, moduleDirectory_);
   const framework::CWaitCursor wait;
   frame()->tree().findItems();
   for (const store::Folder folder : store::allFolders) reload(folder);
@@ -144,6 +150,58 @@ void CQuilletApp::onRefresh() {
     showSummary();
   else
     frame()->statusBar().setMessage(loadString(IDS_NO_CONNECTION));
+}
+
+void CQuilletApp::onNew() {
+  dialogs::NewMessageDialog dialog(dialogs::ComposeServices{
+      link_, [this] { return reconnectForSending(); },
+      [this](store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks) {
+        return file(folder, message, breaks);
+      },
+      [this] { reloadFiled(); }, [this](const store::WriteResult& result) { return describe(result); },
+      [this](const std::string& text) { frame()->statusBar().setMessage(text); }});
+  dialog.doModal(frame()->handle());
+}
+
+bool CQuilletApp::reconnectForSending() {
+  closeHandset();
+  if (connect()) return true;
+  emptyList();
+  freeTable(store::Folder::MInbox);
+  freeTable(store::Folder::MOutbox);
+  return false;
+}
+
+store::WriteResult CQuilletApp::file(store::Folder folder, const store::SmsRecord& message,
+                                     store::LineBreaks breaks) {
+  const store::WriteResult result = frame()->tree().file(folder, message, breaks);
+  if (!result.keptCopy.empty()) showMessage(formatText(loadString(IDS_COPY_KEPT), {result.keptCopy}));
+  return result;
+}
+
+void CQuilletApp::reloadFiled() {
+  const auto selected = selectedFolder();
+  for (const store::Folder folder : {store::Folder::PSent, store::Folder::PDraft}) {
+    freeTable(folder);
+    frame()->tree().reload(folder);
+    if (selected != folder) continue;
+    emptyList();
+    show(folder);
+  }
+}
+
+std::string CQuilletApp::describe(const store::WriteResult& result) const {
+  const bool notRead = result.outcome == store::WriteResult::Outcome::notRead;
+  return formatText(
+      loadString(IDS_CANNOT_WRITE),
+      {result.file, notRead ? loadString(IDS_NOT_READ_YET) : files_.describe(result.status.code)});
+}
+
+void CQuilletApp::openReader(int slot) {
+  const auto folder = selectedFolder();
+  if (!folder) return;
+  dialogs::ReaderDialog dialog(std::as_const(frame()->tree()).tables()[*folder].records(), slot);
+  dialog.doModal(frame()->handle());
 }
 
 void CQuilletApp::reload(store::Folder folder) {
@@ -162,7 +220,8 @@ std::optional<store::Folder> CQuilletApp::selectedFolder() const {
 
 void CQuilletApp::reportUnread(const store::StoreFile& file, const store::ReadResult& result) {
   if (result.ok()) {
-    notes_ += "  " + formatText(loadString(IDS_PARTLY_READ), {file.path()});
+    const std::string name = file.path().substr(moduleDirectory_.size());
+    notes_ += formatText(loadString(IDS_PARTLY_READ), {name}) + " ";
     return;
   }
   const std::string text =
@@ -179,12 +238,13 @@ void CQuilletApp::showSummary() {
         formatText(loadString(IDS_READ_COUNTS), {store::folderState().folderPaths[store::position(folder)],
                                                  std::to_string(frame()->tree().tables()[folder].size())});
   }
-  frame()->statusBar().setMessage(summary + notes_);
+  frame()->statusBar().setMessage(notes_ + summary);
 }
 
-int CQuilletApp::showMessage(UINT textId) const {
-  return MessageBoxW(nullptr, toWide(loadString(textId)).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
-                     MB_OK);
+// The box has no owner; without MB_TASKMODAL the window would take commands behind it.
+int CQuilletApp::showMessage(const std::string& text) const {
+  return MessageBoxW(nullptr, toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
+                     MB_OK | MB_TASKMODAL);
 }
 
 void CQuilletApp::onAbout() {

@@ -37,7 +37,7 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   void detectPlatform();
   bool createFrame();
   void firstLoad();
-  void loadAllFolders();
+  void onNew();
   void onRefresh();
   void onAbout();
 
@@ -51,9 +51,16 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   std::optional<store::Folder> selectedFolder() const override;
   void show(store::Folder folder) override { frame()->tree().showInList(folder); }
 
+  // For composing: the handset opened anew, or, when that fails, its messages gone from the window.
+  bool reconnectForSending();
+  store::WriteResult file(store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks);
+  void reloadFiled();
+  std::string describe(const store::WriteResult& result) const;
+  void openReader(int slot);
+
   void reportUnread(const store::StoreFile& file, const store::ReadResult& result);
   void showSummary();
-  int showMessage(UINT textId) const;
+  int showMessage(const std::string& text) const;
 
   std::string moduleDirectory_;
   WindowsFiles files_;

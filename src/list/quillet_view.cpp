@@ -23,6 +23,9 @@ bool deletesInSelectedFolder() {
 const framework::MessageMap* CQuilletView::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onSize<&CQuilletView::onSized>(),
+      framework::onReflected<&CQuilletView::onClick>(static_cast<UINT>(NM_CLICK)),
+      framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_DBLCLK)),
+      framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_RETURN)),
   };
   static const framework::MessageMap map{entries, CListView::messageMap()};
   return &map;
@@ -85,6 +88,16 @@ bool CQuilletView::canDelete() const {
 
 bool CQuilletView::canDeleteAll() const {
   return itemCount() > 0 && deletesInSelectedFolder();
+}
+
+LRESULT CQuilletView::onClick(NMHDR&) {
+  return 0;
+}
+
+LRESULT CQuilletView::onOpen(NMHDR&) {
+  const int row = nextSelected(-1);
+  if (row >= 0 && open_) open_(static_cast<int>(itemData(row)));
+  return 0;
 }
 
 void CQuilletView::layOutColumns(int paneWidth) {

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <span>
+#include <utility>
 
 #include "framework/list_view.h"
 #include "store/sms_record.h"
@@ -15,6 +16,9 @@ class CQuilletView : public framework::CListView {
   // Adds a row for every record, in order, behind the rows that there are. A row's item data is the slot of
   // its record.
   void showRecords(std::span<const store::SmsRecord> records);
+
+  // What opens a message for reading; given the slot of the message's record.
+  void setOpenHandler(std::function<void(int slot)> open) { open_ = std::move(open); }
 
   // Gives the phone column a new heading; the rows' texts in that column go with the old one.
   void setPhoneHeading(std::string_view heading);
@@ -31,9 +35,12 @@ class CQuilletView : public framework::CListView {
   bool canSave() const { return selectedCount() > 0; }
   bool canDelete() const;
   bool canDeleteAll() const;
+  LRESULT onOpen(NMHDR& header);
+  LRESULT onClick(NMHDR& header);
   void layOutColumns(int paneWidth);
   void onSized(int width, int height);
 
+  std::function<void(int slot)> open_;
   int paneWidth_ = 0;           // the whole pane's, at the last size event that laid out the columns
   bool folderColumns_ = false;  // the columns have widths of their own since then
 };

@@ -1,6 +1,7 @@
 #include "phonelink/phone_link.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
 
 #include "phonelink/entry_layouts.h"
@@ -17,6 +18,23 @@ store::SmsRecord recordOf(const MessageEntry& entry, bool wideTexts, const store
   record.Phone = codePage.decode(entry.phone);
   record.Index = entry.number;
   return record;
+}
+
+// The bytes of entry `i` behind a head of `head` bytes.
+template <std::size_t Size>
+std::span<const std::byte, Size> entryAt(std::span<const std::byte> buffer, std::size_t head, std::size_t i) {
+  return buffer.subspan(head + i * Size).first<Size>();
+}
+
+// The first 20 characters of a 16-bit name, which is what the contact list has room for; one that takes two
+// code units stays whole.
+std::string shownName(std::u16string name) {
+  constexpr std::size_t shown = 20;
+  if (name.size() > shown) {
+    const bool splitsPair = name[shown - 1] >= 0xD800 && name[shown - 1] < 0xDC00;
+    name.resize(splitsPair ? shown - 1 : shown);
+  }
+  return utf8FromUtf16(name);
 }
 
 }  // namespace
@@ -53,8 +71,8 @@ std::vector<store::SmsRecord> PhoneLink::messages(Read read) {
   std::vector<store::SmsRecord> records;
   records.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const auto bytes = std::span{buffer_}.subspan(i * messageEntrySize).first<messageEntrySize>();
-    records.push_back(recordOf(decodeMessage(bytes), wideTexts_, codePage_));
+    const MessageEntry entry = decodeMessage(entryAt<messageEntrySize>(buffer_, 0, i));
+    records.push_back(recordOf(entry, wideTexts_, codePage_));
   }
   return records;
 }
@@ -72,9 +90,49 @@ std::vector<HandsetMessage> PhoneLink::handsetMessages() {
   std::vector<HandsetMessage> found;
   found.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const auto bytes = std::span{buffer_}.subspan(i * handsetEntrySize).first<handsetEntrySize>();
-    const MessageEntry entry = decodeHandsetMessage(bytes);
+    const MessageEntry entry = decodeHandsetMessage(entryAt<handsetEntrySize>(buffer_, 0, i));
     found.push_back({recordOf(entry, wideTexts_, codePage_), entry.status});
+  }
+  return found;
+}
+
+bool PhoneLink::send(const std::string& number, const std::string& text, bool wide) {
+  const auto narrowNumber = codePage_.encode(number);
+  if (!points_.zelSendSMS || !narrowNumber || narrowNumber->size() > phoneCapacity) return false;
+  MessageEntry entry;
+  entry.phone = *narrowNumber;
+  entry.coding = wide ? codingUcs2 : codingDefault;
+  if (wide && wideTexts_) {
+    if (!entry.setWideText(utf16FromUtf8(text))) return false;
+  } else {
+    const auto bytes = codePage_.encode(text);
+    if (!bytes || !entry.setNarrowText(*bytes)) return false;
+  }
+  std::array<std::byte, messageEntrySize> bytes;
+  encodeMessage(entry, bytes);
+  return points_.zelSendSMS(bytes.data()) != -1;
+}
+
+std::size_t PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {
+  if (!read) return 0;
+  buffer_.assign(size, std::byte{0});
+  const auto most = static_cast<int>((size - contactHeadSize) / entrySize);
+  return static_cast<std::size_t>(std::clamp(read(buffer_.data()), 0, most));
+}
+
+std::vector<Contact> PhoneLink::contacts() {
+  std::vector<Contact> found;
+  if (!points_.zelInitPB || points_.zelInitPB() == 0) return found;
+  const std::size_t standard = fillContacts(points_.zelGetPB, contactBufferSize, contactEntrySize);
+  for (std::size_t i = 0; i < standard; ++i) {
+    const ContactEntry entry = decodeContact(entryAt<contactEntrySize>(buffer_, contactHeadSize, i));
+    found.push_back({codePage_.decode(entry.name), codePage_.decode(entry.number)});
+  }
+  const std::size_t wide = fillContacts(points_.zelGetPB_KOVA, wideContactBufferSize, wideContactEntrySize);
+  for (std::size_t i = 0; i < wide; ++i) {
+    const WideContactEntry entry =
+        decodeWideContact(entryAt<wideContactEntrySize>(buffer_, contactHeadSize, i));
+    found.push_back({shownName(entry.name), codePage_.decode(entry.number)});
   }
   return found;
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "phonelink/entry_points.h"
@@ -16,6 +17,12 @@ inline constexpr int baudRate = 115200;
 struct HandsetMessage {
   store::SmsRecord record;
   std::uint16_t status = 0;
+};
+
+// One entry of a phonebook.
+struct Contact {
+  std::string name;
+  std::string number;
 };
 
 // The bound phone-link library as the program uses it: every call is guarded, so that without a library, or
@@ -42,11 +49,20 @@ class PhoneLink {
   std::vector<store::SmsRecord> outgoingMessages();
   std::vector<HandsetMessage> handsetMessages();
 
+  // Hands one message to the handset. False when the handset refuses it, and, without asking it, when the
+  // number or the text cannot cross the boundary whole. `wide`: as 16-bit characters.
+  bool send(const std::string& number, const std::string& text, bool wide);
+
+  // The phonebooks, the standard one first; empty when they cannot be read.
+  std::vector<Contact> contacts();
+
  private:
   using Read = int(PHONELINK_CALL*)(void*);
 
   // Zeroes the shared buffer and lets the library fill it; the number of entries that are really there.
   std::size_t fill(Read read, std::size_t entrySize);
+  // The same for a phonebook buffer of `size` bytes with its head.
+  std::size_t fillContacts(Read read, std::size_t size, std::size_t entrySize);
   std::vector<store::SmsRecord> messages(Read read);
 
   const store::CodePage& codePage_;

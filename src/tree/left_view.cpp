@@ -34,7 +34,8 @@ UINT nameOf(store::Folder folder) {
 
 store::StoreFile openStore(const LeftViewServices& services, store::Folder folder) {
   const store::StoreName& name = store::storeName(folder);
-  return {services.files, services.codePage, services.moduleDirectory + std::string(name.file), name.section};
+  return {services.files, services.codePage, store::folderState().storePaths[store::position(folder)],
+          name.section};
 }
 
 }  // namespace
@@ -146,6 +147,11 @@ void CLeftView::reload(store::Folder folder) {
     if (!(result.ok() && result.whole) && services_.reportUnread) services_.reportUnread(file, result);
   }
   setCount(folder);
+}
+
+void CLeftView::freeTable(store::Folder folder) {
+  tables_[folder].clear();
+  if (store::isOnPc(folder)) storeFile(folder).forget();
 }
 
 void CLeftView::setCount(store::Folder folder) {

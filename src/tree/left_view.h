@@ -43,7 +43,13 @@ class CLeftView : public framework::CTreeView {
   // The same for a folder that is known.
   void reload(store::Folder folder);
 
-  void freeTable(store::Folder folder) { tables_[folder].clear(); }
+  // Files one message in a PC folder's store; the table shows it after the next reload.
+  store::WriteResult file(store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks) {
+    return storeFile(folder).append(message, breaks);
+  }
+
+  // Empties the table. The folder's store is not rewritten before it has been loaded again.
+  void freeTable(store::Folder folder);
   const store::FolderTables& tables() const { return tables_; }
   // Fills the list, which is empty, with the folder's records.
   void showInList(store::Folder folder);

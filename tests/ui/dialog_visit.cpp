@@ -10,7 +10,8 @@ HWND shownDialog() {
   for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));) {
     DWORD process = 0;
     GetWindowThreadProcessId(dialog, &process);
-    if (process == GetCurrentProcessId() && IsWindowVisible(dialog)) return dialog;
+    // One that has opened another is disabled, even before the other is seen.
+    if (process == GetCurrentProcessId() && IsWindowVisible(dialog) && IsWindowEnabled(dialog)) return dialog;
   }
   return nullptr;
 }

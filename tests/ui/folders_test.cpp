@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "list/columns.h"
 #include "resources/resource_ids.h"
 #include "running_app.h"
 #include "store/folder_state.h"
@@ -129,6 +128,14 @@ TEST_F(Folders, ScrollBarLeavesTheFoldersColumnsAlone) {
   EXPECT_FALSE(GetWindowLongW(app_.list().handle(), GWL_STYLE) & WS_HSCROLL);
 }
 
+TEST_F(Folders, MinimisingLeavesTheColumnsAlone) {
+  app_.clickFolder(Folder::MOutbox);
+  ShowWindow(app_.frame()->handle(), SW_MINIMIZE);
+  ShowWindow(app_.frame()->handle(), SW_RESTORE);
+  EXPECT_EQ(app_.width(1), 200);
+  EXPECT_EQ(app_.width(2), 0);
+}
+
 TEST_F(Folders, ColumnsFollowThePane) {
   SetWindowPos(app_.list().handle(), nullptr, 0, 0, 802, 300, SWP_NOMOVE | SWP_NOZORDER);
   const int client = static_cast<int>(app_.list().clientRect().right);
@@ -205,11 +212,6 @@ TEST(RefreshWithoutLibrary, ShowsItsMessageAndReadsThePcFolders) {
   app.press(app.list().handle(), VK_F5);
   EXPECT_EQ(boxes.seen(), Texts(2, "Quillet: DLL Not Found :SMS_DLL2.dll"));
   EXPECT_EQ(app.label(Folder::PDraft), "Draft(1)");
-}
-
-TEST(ColumnRules, HalfAndTwoQuarters) {
-  EXPECT_EQ(list::columnWidths(801), (std::array{400, 200, 200}));
-  EXPECT_EQ(list::columnWidths(0), (std::array{0, 0, 0}));
 }
 
 }  // namespace

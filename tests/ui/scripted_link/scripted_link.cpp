@@ -52,6 +52,29 @@ EXPORTED int zelGetHandSetSMS(void* entries) {
   return script.handsetResult;
 }
 
+EXPORTED int zelSendSMS(void* entry) {
+  note("zelSendSMS");
+  if (script.sentCount < 100) std::memcpy(script.sent + 212 * script.sentCount++, entry, 212);
+  return std::strcmp(static_cast<const char*>(entry) + 16, script.unreachable) == 0 ? -1 : 1;
+}
+
+EXPORTED int zelInitPB() {
+  note("zelInitPB");
+  return script.phonebookResult;
+}
+
+EXPORTED int zelGetPB(void* buffer) {
+  note("zelGetPB");
+  std::memcpy(buffer, script.contacts, sizeof script.contacts);
+  return script.contactResult;
+}
+
+EXPORTED int zelGetPB_KOVA(void* buffer) {
+  note("zelGetPB_KOVA");
+  std::memcpy(buffer, script.wideContacts, sizeof script.wideContacts);
+  return script.wideContactResult;
+}
+
 EXPORTED int zelCloseSIM() {
   note("zelCloseSIM");
   return 1;

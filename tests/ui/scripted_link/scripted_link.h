@@ -15,6 +15,15 @@ struct ScriptedLink {
   unsigned char sender[1000 * 212] = {};
   unsigned char handset[1000 * 214] = {};
 
+  int phonebookResult = 1;
+  int contactResult = 0;
+  int wideContactResult = 0;
+  unsigned char contacts[40000] = {};
+  unsigned char wideContacts[4 + 1000 * 2836] = {};
+  char unreachable[32] = "";           // sending to this number fails
+  unsigned char sent[100 * 212] = {};  // what was handed over to be sent, one entry after the other
+  int sentCount = 0;
+
   char log[1 << 16] = {};  // the calls in order, each followed by a blank
   std::size_t logLength = 0;
 };

@@ -1,0 +1,105 @@
+#include "dialogs/address_book_dialog.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dialogs/compose_state.h"
+#include "dialogs/recipients.h"
+#include "framework/resources.h"
+#include "resources/resource_ids.h"
+
+namespace dialogs {
+namespace {
+
+using framework::loadString;
+
+constexpr int nameColumn = 0;
+constexpr int numberColumn = 1;
+
+constexpr skin::ControlPlace places[] = {
+    {"AddRect", IDC_ADD_CONTACT},
+    {"RmvRect", IDC_REMOVE_CONTACT},
+    {"OkRect", IDC_ADDRESS_OK},
+    {"CancelRect", IDC_ADDRESS_CANCEL},
+};
+
+}  // namespace
+
+AddressBookDialog::AddressBookDialog(phonelink::PhoneLink& link, std::string receivers)
+    : CSkinDialog(IDD_ADDRESS_BOOK), link_(link), receivers_(std::move(receivers)) {}
+
+const framework::MessageMap* AddressBookDialog::messageMap() const {
+  static constexpr framework::MessageEntry entries[] = {
+      framework::onControl<&AddressBookDialog::onAdd>(BN_CLICKED, IDC_ADD_CONTACT),
+      framework::onControl<&AddressBookDialog::onRemove>(BN_CLICKED, IDC_REMOVE_CONTACT),
+      framework::onControl<&AddressBookDialog::onOk>(BN_CLICKED, IDC_ADDRESS_OK),
+      framework::onControl<&AddressBookDialog::onCancelButton>(BN_CLICKED, IDC_ADDRESS_CANCEL),
+  };
+  static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
+  return &map;
+}
+
+bool AddressBookDialog::onInitDialog() {
+  CSkinDialog::onInitDialog();
+  phonebook_.subclass(handle(), IDC_PHONEBOOK);
+  chosen_.subclass(handle(), IDC_CHOSEN);
+  phonebook_.setPickedList(chosen_);
+  setUpColumns();
+  constexpr skin::ControlText texts[] = {
+      {IDC_ADD_CONTACT, IDS_ADD_CONTACT}, {IDC_REMOVE_CONTACT, IDS_REMOVE_CONTACT}, {IDC_ADDRESS_OK, IDS_OK},
+      {IDC_ADDRESS_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_CONTACTS},
+  };
+  setTexts(texts);
+  skinButtons({{add_, IDC_ADD_CONTACT},
+               {remove_, IDC_REMOVE_CONTACT},
+               {ok_, IDC_ADDRESS_OK},
+               {cancel_, IDC_ADDRESS_CANCEL}});
+  placeControls("Address Dlg", places);
+  showPhonebook();
+  phonebook_.addExtendedStyle(LVS_EX_FULLROWSELECT);
+  for (const std::string& number : splitRecipients(receivers_))
+    chosen_.insertItem(chosen_.itemCount(), number);
+  return true;
+}
+
+void AddressBookDialog::setUpColumns() {
+  phonebook_.insertColumn(nameColumn, loadString(IDS_NAME), LVCFMT_LEFT, 100);
+  phonebook_.insertColumn(numberColumn, loadString(IDS_PHONE), LVCFMT_LEFT, 200);
+  chosen_.insertColumn(0, loadString(IDS_PHONE), LVCFMT_CENTER, 300);
+}
+
+void AddressBookDialog::showPhonebook() {
+  phonebook_.send(WM_SETREDRAW, FALSE);
+  for (const phonelink::Contact& contact : link_.contacts()) {
+    const int row = phonebook_.insertItem(phonebook_.itemCount(), contact.name);
+    phonebook_.setItemText(row, numberColumn, contact.number);
+  }
+  phonebook_.send(WM_SETREDRAW, TRUE);
+}
+
+void AddressBookDialog::onAdd() {
+  std::vector<int> rows;
+  for (int row = -1; (row = phonebook_.nextSelected(row)) >= 0;) rows.push_back(row);
+  // From the bottom up, as messages are filed, too.
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+    chosen_.appendIfMissing(phonebook_.itemText(*row, numberColumn));
+}
+
+void AddressBookDialog::onRemove() {
+  chosen_.deleteItems(skin::CCustomListCtrl::selected);
+}
+
+void AddressBookDialog::onOk() {
+  ComposeState& state = composeState();
+  state.chosen.clear();
+  std::vector<std::string> numbers;
+  for (int row = 0; row < chosen_.itemCount(); ++row) {
+    numbers.push_back(chosen_.itemText(row, 0));
+    state.chosen.push_back({"", numbers.back()});
+  }
+  state.recipients = joinRecipients(numbers);
+  endDialog(IDOK);
+}
+
+}  // namespace dialogs

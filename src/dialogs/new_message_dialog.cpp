@@ -1,0 +1,189 @@
+#include "dialogs/new_message_dialog.h"
+
+#include <utility>
+
+#include "dialogs/address_book_dialog.h"
+#include "dialogs/compose_state.h"
+#include "dialogs/recipients.h"
+#include "framework/resources.h"
+#include "framework/text.h"
+#include "framework/wait_cursor.h"
+#include "phonelink/entry_layouts.h"
+#include "resources/resource_ids.h"
+#include "skin/save_question_dialog.h"
+#include "store/time_stamp.h"
+
+namespace dialogs {
+namespace {
+
+using framework::formatText;
+using framework::loadString;
+
+constexpr WPARAM receiversLimit = 125;
+
+constexpr skin::ControlPlace places[] = {
+    {"OkRect", IDC_SEND},
+    {"CancelRect", IDC_MESSAGE_CANCEL},
+    {"ContactRect", IDC_CONTACT},
+    {"SMSRect", IDC_MESSAGE_CONTENT},
+    {"PhoneRect", IDC_RECEIVERS},
+    {"ContentRect", IDC_CONTENT_LABEL},
+    {"ReceiverRect", IDC_RECEIVER_LABEL},
+    {"CountRect", IDC_COUNTER},
+    {"DlgRect", skin::theDialog},
+};
+
+}  // namespace
+
+NewMessageDialog::NewMessageDialog(ComposeServices services)
+    : CSkinDialog(IDD_NEW_MESSAGE), services_(std::move(services)) {}
+
+const framework::MessageMap* NewMessageDialog::messageMap() const {
+  static constexpr framework::MessageEntry entries[] = {
+      framework::onControl<&NewMessageDialog::onContentChanged>(EN_CHANGE, IDC_MESSAGE_CONTENT),
+      framework::onControl<&NewMessageDialog::onContact>(BN_CLICKED, IDC_CONTACT),
+      framework::onControl<&NewMessageDialog::onSend>(BN_CLICKED, IDC_SEND),
+      framework::onControl<&NewMessageDialog::onCancelButton>(BN_CLICKED, IDC_MESSAGE_CANCEL),
+  };
+  static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
+  return &map;
+}
+
+bool NewMessageDialog::onInitDialog() {
+  CSkinDialog::onInitDialog();
+  receivers_.subclass(handle(), IDC_RECEIVERS);
+  receivers_.send(EM_SETLIMITTEXT, receiversLimit);
+  SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
+
+  skinButtons({{send_, IDC_SEND}, {cancel_, IDC_MESSAGE_CANCEL}, {contact_, IDC_CONTACT}});
+  placeControls("New MMS", places);
+  constexpr skin::ControlText texts[] = {
+      {IDC_RECEIVER_LABEL, IDS_RECEIVER}, {IDC_CONTACT, IDS_CONTACT},
+      {IDC_CONTENT_LABEL, IDS_CONTENT},   {IDC_SEND, IDS_SEND},
+      {IDC_MESSAGE_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_NEW_MESSAGE},
+  };
+  setTexts(texts);
+  onContentChanged();
+  return true;
+}
+
+void NewMessageDialog::onContentChanged() {
+  const MessageCount count = countMessage(phonelink::utf16FromUtf8(itemText(IDC_MESSAGE_CONTENT)));
+  needsUcs2_ = count.needsUcs2;
+  charCount_ = count.charCount;
+  if (count.isCut) {
+    // The change that this makes is counted in its turn, before the counter below says the same.
+    setItemText(IDC_MESSAGE_CONTENT, phonelink::utf8FromUtf16(count.cut));
+    SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETSEL, count.cut.size(),
+                 static_cast<LPARAM>(count.cut.size()));
+  }
+  if (!needsUcs2_) SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
+  setItemText(IDC_COUNTER, counterText(count));
+}
+
+OutgoingSteps NewMessageDialog::steps() const {
+  const auto progress = [this](UINT pattern, std::size_t index, std::size_t total,
+                               const std::string& number) {
+    services_.showStatus(
+        formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
+  };
+  OutgoingSteps steps;
+  steps.send = [this](const std::string& number, const std::string& text) {
+    return services_.link.send(number, text, needsUcs2_);
+  };
+  steps.file = [this](store::Folder folder, const store::SmsRecord& message) {
+    return services_.file(folder, message, lineBreaksFor(folder));
+  };
+  steps.now = [] { return store::timeStamp(framework::localTime()); };
+  steps.sending = [progress](std::size_t index, std::size_t total, const std::string& number) {
+    progress(IDS_SENDING, index, total, number);
+  };
+  steps.done = [progress](std::size_t index, std::size_t total, const std::string& number, bool sent) {
+    progress(sent ? IDS_SENT_TO : IDS_NOT_SENT_TO, index, total, number);
+  };
+  return steps;
+}
+
+void NewMessageDialog::onSend() {
+  const framework::CWaitCursor wait;
+  if (!result_.unfiled.empty()) {
+    // Everything has been sent that could be; only the filing is to be tried again.
+    finishSending(fileAgain(result_.unfiled, steps()));
+    return;
+  }
+  const std::string text = itemText(IDC_MESSAGE_CONTENT);
+  if (!services_.reconnect()) return;
+  if (text.empty()) {
+    showMessage(loadString(IDS_EMPTY_MESSAGE));
+    return;
+  }
+  const std::string receivers = receivers_.text();
+  if (receivers.empty()) {
+    showMessage(loadString(IDS_NO_RECEIVER));
+    return;
+  }
+  recipients_ = splitRecipients(receivers);
+  result_ = sendToAll(recipients_, text, steps());
+  finishSending(result_.problem);
+}
+
+void NewMessageDialog::finishSending(const store::WriteResult& problem) {
+  services_.reloadFiled();
+  holdForFiling(!result_.unfiled.empty());
+  if (!result_.unfiled.empty()) {
+    showMessage(services_.describe(problem));
+    return;
+  }
+  showMessage(formatText(
+      loadString(IDS_SENT_COUNT),
+      {std::to_string(result_.sent), std::to_string(result_.total), loadString(IDS_MESSAGES_SENT)}));
+  endDialog(IDOK);
+}
+
+// What is waiting to be filed has been sent as it stands: it can be looked at and copied, not changed.
+void NewMessageDialog::holdForFiling(bool hold) {
+  receivers_.send(EM_SETREADONLY, hold);
+  SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETREADONLY, hold, 0);
+  contact_.EnableWindow(hold ? 0 : 1);
+}
+
+void NewMessageDialog::onContact() {
+  if (!services_.reconnect()) return;
+  AddressBookDialog book(services_.link, receivers_.text());
+  if (book.doModal(handle()) == IDOK) receivers_.setText(composeState().recipients);
+}
+
+void NewMessageDialog::onCancel() {
+  const std::string text = itemText(IDC_MESSAGE_CONTENT);
+  composeState().recipients = receivers_.text();
+  if (text.empty()) {
+    endDialog(IDCANCEL);
+    return;
+  }
+  skin::SaveQuestionDialog question;
+  if (question.doModal(handle()) != IDCANCEL) {
+    const store::WriteResult problem =
+        result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, steps());
+    if (!problem.ok()) {
+      showMessage(services_.describe(problem));
+      return;
+    }
+  }
+  services_.reloadFiled();
+  endDialog(IDCANCEL);
+}
+
+store::WriteResult NewMessageDialog::saveDraft(const std::string& text) const {
+  store::SmsRecord draft;
+  draft.Content = text;
+  draft.Phone = composeState().recipients;
+  draft.Time = store::timeStamp(framework::localTime());
+  return services_.file(store::Folder::PDraft, draft, lineBreaksFor(store::Folder::PDraft));
+}
+
+int NewMessageDialog::showMessage(const std::string& text) const {
+  return MessageBoxW(handle(), framework::toWide(text).c_str(),
+                     framework::toWide(loadString(IDS_TITLE)).c_str(), MB_OK);
+}
+
+}  // namespace dialogs

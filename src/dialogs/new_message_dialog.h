@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "dialogs/compose_services.h"
+#include "dialogs/message_counter.h"
+#include "dialogs/outgoing.h"
+#include "skin/number_entry.h"
+#include "skin/skin_dialog.h"
+
+namespace dialogs {
+
+// Composes one text and sends it to one or several numbers. What has been typed stays on the screen until it
+// is in a file or the person has said that it is not wanted.
+class NewMessageDialog : public skin::CSkinDialog {
+ public:
+  explicit NewMessageDialog(ComposeServices services);
+
+ protected:
+  bool onInitDialog() override;
+  void onOk() override { onSend(); }
+  void onCancel() override;
+  const framework::MessageMap* messageMap() const override;
+
+ private:
+  void onContentChanged();
+  void onSend();
+  void onContact();
+  void onCancelButton() { onCancel(); }
+
+  OutgoingSteps steps() const;
+  // Ends the dialog when everything is filed, else tells why not and keeps it open.
+  void finishSending(const store::WriteResult& problem);
+  void holdForFiling(bool hold);
+  // Uses the recipients that composeState() holds.
+  store::WriteResult saveDraft(const std::string& text) const;
+  int showMessage(const std::string& text) const;
+
+  ComposeServices services_;
+  skin::CNumberEntry receivers_;
+  skin::CButtonEx send_;
+  skin::CButtonEx cancel_;
+  skin::CButtonEx contact_;
+  std::vector<std::string> recipients_;
+  bool needsUcs2_ = false;
+  std::size_t charCount_ = 0;
+  OutgoingResult result_;  // of the last sending; its unfiled messages are filed by the next Send or Cancel
+};
+
+}  // namespace dialogs

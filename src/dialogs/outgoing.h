@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "store/folder.h"
+#include "store/sms_record.h"
+#include "store/store_format.h"
+#include "store/write_result.h"
+
+// Sending one text to several numbers and filing what became of it.
+namespace dialogs {
+
+// A message that has been sent, or could not be, and belongs into a folder.
+struct Filing {
+  store::Folder folder;  // PSent or PDraft
+  store::SmsRecord message;
+};
+
+// The way a folder's file cleans the line breaks of what is filed there.
+constexpr store::LineBreaks lineBreaksFor(store::Folder folder) {
+  return folder == store::Folder::PSent ? store::LineBreaks::sent : store::LineBreaks::stored;
+}
+
+struct OutgoingSteps {
+  // False when the handset did not take the message.
+  std::function<bool(const std::string& number, const std::string& text)> send;
+  std::function<store::WriteResult(store::Folder folder, const store::SmsRecord& message)> file;
+  std::function<std::string()> now;  // the time text of a message filed now
+  // Before each number (number `index` of `total`, from 0) and after it.
+  std::function<void(std::size_t index, std::size_t total, const std::string& number)> sending;
+  std::function<void(std::size_t index, std::size_t total, const std::string& number, bool sent)> done;
+};
+
+struct OutgoingResult {
+  std::size_t total = 0;  // numbers given, whether they could be sent to or not
+  std::size_t sent = 0;
+  std::size_t filed = 0;
+  std::vector<Filing> unfiled;   // what is not in its file; nowhere else is it kept
+  store::WriteResult problem{};  // why the first of them is not
+};
+
+// Sends the text to every number in order. A number without a digit is skipped. What was sent is filed in
+// PSent, what could not be sent in PDraft.
+OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text,
+                         const OutgoingSteps& steps);
+
+// Tries again to file what could not be filed; what still cannot stays in the list. The first problem, or a
+// result that is ok.
+store::WriteResult fileAgain(std::vector<Filing>& unfiled, const OutgoingSteps& steps);
+
+}  // namespace dialogs

@@ -1,0 +1,99 @@
+#include "dialogs/reader_dialog.h"
+
+#include "framework/text.h"
+#include "resources/resource_ids.h"
+#include "store/time_stamp.h"
+
+namespace dialogs {
+namespace {
+
+constexpr skin::ControlPlace places[] = {
+    {"SPhoneRect", IDC_PHONE_LABEL},    {"PhoneRect", IDC_READER_PHONE},
+    {"STimeRect", IDC_TIME_LABEL},      {"TimeRect", IDC_READER_TIME},
+    {"ContentRect", IDC_CONTENT_LABEL}, {"SmsRect", IDC_READER_CONTENT},
+    {"PrevRect", IDC_PREVIOUS},         {"NextRect", IDC_NEXT},
+    {"DlgRect", skin::theDialog},
+};
+
+}  // namespace
+
+ReaderDialog::ReaderDialog(std::span<const store::SmsRecord> records, int position)
+    : CSkinDialog(IDD_READER), records_(records), position_(position, static_cast<int>(records.size())) {}
+
+const framework::MessageMap* ReaderDialog::messageMap() const {
+  static constexpr framework::MessageEntry entries[] = {
+      framework::onControl<&ReaderDialog::onPhoneChosen>(CBN_SELCHANGE, IDC_READER_PHONE),
+      framework::onControl<&ReaderDialog::onPrevious>(BN_CLICKED, IDC_PREVIOUS),
+      framework::onControl<&ReaderDialog::onNext>(BN_CLICKED, IDC_NEXT),
+  };
+  static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
+  return &map;
+}
+
+LRESULT ReaderDialog::combo(UINT message, WPARAM wParam, LPARAM lParam) const {
+  return SendMessageW(item(IDC_READER_PHONE), message, wParam, lParam);
+}
+
+bool ReaderDialog::onInitDialog() {
+  CSkinDialog::onInitDialog();
+  previous_.subclass(handle(), IDC_PREVIOUS);
+  next_.subclass(handle(), IDC_NEXT);
+
+  combo(CB_RESETCONTENT);
+  combo(WM_SETREDRAW, FALSE);
+  for (const store::SmsRecord& record : records_)
+    combo(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(framework::toWide(record.Phone).c_str()));
+  combo(WM_SETREDRAW, TRUE);
+  showRecord();
+  updateButtons();
+
+  constexpr skin::ControlText texts[] = {{IDC_PHONE_LABEL, IDS_PHONE},
+                                         {IDC_TIME_LABEL, IDS_TIME},
+                                         {IDC_CONTENT_LABEL, IDS_CONTENT},
+                                         {skin::theDialog, IDS_OPEN_MESSAGE}};
+  setTexts(texts);
+  skinButtons({{previous_, IDC_PREVIOUS}, {next_, IDC_NEXT}});
+  placeControls("Open MMS", places);
+  return true;
+}
+
+// The place in the folder is always taken from the list, so that list and buttons cannot disagree.
+void ReaderDialog::takeUpSelection() {
+  const int selected = static_cast<int>(combo(CB_GETCURSEL));
+  if (selected >= 0) position_.moveTo(selected);
+}
+
+void ReaderDialog::onPhoneChosen() {
+  position_.choose(static_cast<int>(combo(CB_GETCURSEL)));
+  showRecord();
+  updateButtons();
+}
+
+void ReaderDialog::onPrevious() {
+  takeUpSelection();
+  position_.stepBack();
+  showRecord();
+  updateButtons();
+}
+
+void ReaderDialog::onNext() {
+  takeUpSelection();
+  position_.stepForward();
+  showRecord();
+  updateButtons();
+}
+
+void ReaderDialog::showRecord() {
+  const auto slot = static_cast<std::size_t>(position_.position());
+  if (slot >= records_.size()) return;
+  setItemText(IDC_READER_CONTENT, records_[slot].Content);
+  combo(CB_SETCURSEL, slot);
+  setItemText(IDC_READER_TIME, store::displayTime(records_[slot].Time));
+}
+
+void ReaderDialog::updateButtons() {
+  previous_.EnableWindow(position_.previousEnabled() ? 1 : 0);
+  next_.EnableWindow(position_.nextEnabled() ? 1 : 0);
+}
+
+}  // namespace dialogs
