@@ -28,10 +28,10 @@ void CCellEditor::open(const RECT& cell, int textIndent, std::string_view text) 
   send(WM_SETFONT, static_cast<WPARAM>(SendMessageW(GetParent(handle()), WM_GETFONT, 0, 0)));
   send(EM_SETLIMITTEXT, 0);
   setText(text);
-  openedWith_ = this->text();  // a line break, say, does not come back from a box of one line
-  const int border = GetSystemMetrics(SM_CXBORDER);
-  SetWindowPos(handle(), HWND_TOP, cell.left, cell.top, cell.right - cell.left, cell.bottom - cell.top,
-               SWP_SHOWWINDOW);
+  // The frame goes around the cell's height, so that letters that reach below the line are not cut.
+  const int border = GetSystemMetrics(SM_CYBORDER);
+  SetWindowPos(handle(), HWND_TOP, cell.left, cell.top - border, cell.right - cell.left,
+               cell.bottom - cell.top + 2 * border, SWP_SHOWWINDOW);
   const auto margin = static_cast<WORD>(std::max(textIndent - border, 0));
   send(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, 0));
   send(EM_SETSEL, 0, -1);

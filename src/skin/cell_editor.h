@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string>
 #include <string_view>
 
 #include "framework/wnd.h"
@@ -21,8 +20,6 @@ class CCellEditor : public framework::CWnd {
   void open(const RECT& cell, int textIndent, std::string_view text);
   // Hides the box; the list has the focus back if the box had it.
   void close();
-  // Whether the text is another than the one it was opened with.
-  bool changed() const { return text() != openedWith_; }
 
  protected:
   const framework::MessageMap* messageMap() const override;
@@ -34,7 +31,6 @@ class CCellEditor : public framework::CWnd {
   LRESULT onKillFocus();
 
   Finish finish_;
-  std::string openedWith_;
 };
 
 }  // namespace skin

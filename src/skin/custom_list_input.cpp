@@ -182,7 +182,7 @@ void CCustomListCtrl::endEdit(bool keep) {
   const int row = std::exchange(editRow_, -1);
   const int column = std::exchange(editColumn_, -1);
   const std::string text = editor_.text();
-  const bool changed = keep && editor_.changed() && text != itemText(row, column);
+  const bool changed = keep && text != itemText(row, column);
   editor_.close();
   if (changed && putText(row, column, text)) tellParent(cellChangedMessage, row, column);
 }
