@@ -103,15 +103,18 @@ bool CQuilletApp::createFrame() {
   INITCOMMONCONTROLSEX controls{sizeof controls,
                                 ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
   InitCommonControlsEx(&controls);
+  const tree::LeftViewServices services{
+      link_,
+      files_,
+      codePage_,
+      moduleDirectory_,
+      [this](const store::StoreFile& file, const store::ReadResult& result) { reportUnread(file, result); },
+      [this](const store::WriteResult& result, UINT failure) { reportWrite(result, failure); },
+      [this](const std::string& text) { frame()->statusBar().setMessage(text); },
+  };
   addDocTemplate(std::make_unique<framework::CSingleDocTemplate>(
       IDR_MAINFRAME, [] { return std::make_unique<CQuilletDoc>(); },
-      [this] {
-        return std::make_unique<CMainFrame>(
-            tree::LeftViewServices{link_, files_, codePage_, moduleDirectory_,
-                                   [this](const store::StoreFile& file, const store::ReadResult& result) {
-                                     reportUnread(file, result);
-                                   }});
-      }));
+      [services] { return std::make_unique<CMainFrame>(services); }));
   if (!processShellCommand()) return false;
   frame()->list().setOpenHandler([this](int slot) { openReader(slot); });
   ShowWindow(frame()->handle(), SW_SHOWNORMAL);
@@ -158,7 +161,8 @@ void CQuilletApp::onNew() {
       [this](store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks) {
         return file(folder, message, breaks);
       },
-      [this] { reloadFiled(); }, [this](const store::WriteResult& result) { return describe(result); },
+      [this] { reloadFiled(); },
+      [this](const store::WriteResult& result) { return describe(result, IDS_CANNOT_WRITE); },
       [this](const std::string& text) { frame()->statusBar().setMessage(text); }});
   dialog.doModal(frame()->handle());
 }
@@ -175,7 +179,7 @@ bool CQuilletApp::reconnectForSending() {
 store::WriteResult CQuilletApp::file(store::Folder folder, const store::SmsRecord& message,
                                      store::LineBreaks breaks) {
   const store::WriteResult result = frame()->tree().file(folder, message, breaks);
-  if (!result.keptCopy.empty()) showMessage(formatText(loadString(IDS_COPY_KEPT), {result.keptCopy}));
+  if (result.ok()) reportWrite(result, IDS_CANNOT_WRITE);
   return result;
 }
 
@@ -190,11 +194,15 @@ void CQuilletApp::reloadFiled() {
   }
 }
 
-std::string CQuilletApp::describe(const store::WriteResult& result) const {
+std::string CQuilletApp::describe(const store::WriteResult& result, UINT failure) const {
   const bool notRead = result.outcome == store::WriteResult::Outcome::notRead;
-  return formatText(
-      loadString(IDS_CANNOT_WRITE),
-      {result.file, notRead ? loadString(IDS_NOT_READ_YET) : files_.describe(result.status.code)});
+  return formatText(loadString(failure), {result.file, notRead ? loadString(IDS_NOT_READ_YET)
+                                                               : files_.describe(result.status.code)});
+}
+
+void CQuilletApp::reportWrite(const store::WriteResult& result, UINT failure) {
+  if (!result.keptCopy.empty()) showMessage(formatText(loadString(IDS_COPY_KEPT), {result.keptCopy}));
+  if (!result.ok()) showMessage(describe(result, failure));
 }
 
 void CQuilletApp::openReader(int slot) {

@@ -55,7 +55,9 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   bool reconnectForSending();
   store::WriteResult file(store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks);
   void reloadFiled();
-  std::string describe(const store::WriteResult& result) const;
+  // What was put aside and, with the text for it, why nothing was written; nothing when all went plainly.
+  void reportWrite(const store::WriteResult& result, UINT failure);
+  std::string describe(const store::WriteResult& result, UINT failure) const;
   void openReader(int slot);
 
   void reportUnread(const store::StoreFile& file, const store::ReadResult& result);

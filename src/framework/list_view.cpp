@@ -54,4 +54,12 @@ LPARAM CListView::itemData(int row) const {
   return ListView_GetItem(handle(), &item) ? item.lParam : 0;
 }
 
+void CListView::setItemData(int row, LPARAM data) {
+  LVITEMW item{};
+  item.mask = LVIF_PARAM;
+  item.iItem = row;
+  item.lParam = data;
+  ListView_SetItem(handle(), &item);
+}
+
 }  // namespace framework

@@ -21,6 +21,8 @@ class CListView : public CView {
   void setItemText(int row, int column, std::string_view text);
   std::string itemText(int row, int column) const;
   LPARAM itemData(int row) const;
+  void setItemData(int row, LPARAM data);
+  void deleteItem(int row) { ListView_DeleteItem(handle(), row); }
   void deleteAllItems() { ListView_DeleteAllItems(handle()); }
   int itemCount() const { return ListView_GetItemCount(handle()); }
   int selectedCount() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }

@@ -23,6 +23,12 @@ bool deletesInSelectedFolder() {
 const framework::MessageMap* CQuilletView::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onSize<&CQuilletView::onSized>(),
+      framework::onReflected<&CQuilletView::onColumnClick, NMLISTVIEW>(LVN_COLUMNCLICK),
+      framework::onReflected<&CQuilletView::onBeginDrag, NMLISTVIEW>(LVN_BEGINDRAG),
+      framework::onMouse<&CQuilletView::onMouseMove>(WM_MOUSEMOVE),
+      framework::onMouse<&CQuilletView::onLButtonUp>(WM_LBUTTONUP),
+      framework::onKey<&CQuilletView::onKeyDown>(WM_KEYDOWN),
+      framework::onPlain<&CQuilletView::onCaptureChanged>(WM_CAPTURECHANGED),
       framework::onReflected<&CQuilletView::onClick>(static_cast<UINT>(NM_CLICK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_DBLCLK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_RETURN)),
@@ -33,9 +39,10 @@ const framework::MessageMap* CQuilletView::messageMap() const {
 
 const framework::CommandMap* CQuilletView::commandMap() const {
   static constexpr framework::CommandEntry entries[] = {
-      framework::command<nullptr, &CQuilletView::canSave>(ID_SAVE),
-      framework::command<nullptr, &CQuilletView::canDelete>(ID_DELETE),
-      framework::command<nullptr, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
+      framework::command<&CQuilletView::onSave, &CQuilletView::canSave>(ID_SAVE),
+      framework::command<&CQuilletView::onDelete, &CQuilletView::canDelete>(ID_DELETE),
+      framework::command<&CQuilletView::onDeleteAll, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
+      framework::command<&CQuilletView::onSelectAll, &CQuilletView::canSelectAll>(ID_SELECT_ALL),
   };
   static const framework::CommandMap map{entries, CListView::commandMap()};
   return &map;
@@ -59,7 +66,7 @@ void CQuilletView::onInitialUpdate() {
 
 void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {
   const int first = itemCount();
-  send(WM_SETREDRAW, FALSE);
+  const framework::CRedrawLock lock(*this);
   ListView_SetItemCountEx(handle(), first + static_cast<int>(records.size()), LVSICF_NOSCROLL);
   for (std::size_t slot = 0; slot < records.size(); ++slot) {
     const store::SmsRecord& record = records[slot];
@@ -68,8 +75,6 @@ void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {
     setItemText(row, phoneColumn, record.Phone);
     setItemText(row, timeColumn, store::displayTime(record.Time));
   }
-  send(WM_SETREDRAW, TRUE);
-  InvalidateRect(handle(), nullptr, TRUE);
 }
 
 void CQuilletView::setPhoneHeading(std::string_view heading) {

@@ -15,6 +15,9 @@ namespace store {
 // Appending, erasing and clearing end the validity of references and spans handed out earlier.
 class FolderTable {
  public:
+  FolderTable() = default;
+  explicit FolderTable(std::vector<SmsRecord> records) : records_(std::move(records)) {}
+
   // A new record behind the last one: empty texts, Index -1.
   SmsRecord& append() { return records_.emplace_back(); }
   SmsRecord& append(SmsRecord record) { return records_.emplace_back(std::move(record)); }

@@ -46,6 +46,7 @@ CLeftView::CLeftView(LeftViewServices services, list::CQuilletView& list)
       stores_{openStore(services_, store::Folder::PInbox), openStore(services_, store::Folder::PSent),
               openStore(services_, store::Folder::PDraft)} {
   store::folderState().lastSelectedItem = nullptr;
+  list_.connect(*this, *this);
 }
 
 const framework::MessageMap* CLeftView::messageMap() const {
@@ -53,6 +54,9 @@ const framework::MessageMap* CLeftView::messageMap() const {
       framework::onCreate<&CLeftView::onCreated>(),
       framework::onPlain<&CLeftView::onDestroyed>(WM_DESTROY),
       framework::onReflected<&CLeftView::onSelectionChanging, NMTREEVIEWW>(TVN_SELCHANGINGW),
+      framework::onReflected<&CLeftView::onBeginDrag, NMTREEVIEWW>(TVN_BEGINDRAGW),
+      framework::onMouse<&CLeftView::onMouseMove>(WM_MOUSEMOVE),
+      framework::onMouse<&CLeftView::onLButtonUp>(WM_LBUTTONUP),
       framework::onReflected<&CLeftView::onClick>(static_cast<UINT>(NM_CLICK)),
   };
   static const framework::MessageMap map{entries, CTreeView::messageMap()};

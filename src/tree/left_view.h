@@ -6,6 +6,8 @@
 #include <string>
 
 #include "framework/tree_view.h"
+#include "list/drop_target.h"
+#include "list/folder_records.h"
 #include "list/quillet_view.h"
 #include "phonelink/phone_link.h"
 #include "skin/image.h"
@@ -25,11 +27,14 @@ struct LeftViewServices {
   std::string moduleDirectory;  // ending in a backslash
   // A store could not be read, or holds more than its records.
   std::function<void(const store::StoreFile&, const store::ReadResult&)> reportUnread;
+  // How a file was changed; `failure` is the text for the case that it was not.
+  std::function<void(const store::WriteResult&, UINT failure)> reportWrite;
+  std::function<void(const std::string&)> showStatus;
 };
 
 // The left pane: the folders with their counts. Owns the five folder tables, fills them from the handset and
 // the stores, and decides what the list shows. Owned by the frame's splitter.
-class CLeftView : public framework::CTreeView {
+class CLeftView : public framework::CTreeView, private list::FolderRecords, private list::DropTarget {
  public:
   CLeftView(LeftViewServices services, list::CQuilletView& list);
 
@@ -62,6 +67,26 @@ class CLeftView : public framework::CTreeView {
   const framework::MessageMap* messageMap() const override;
 
  private:
+  std::span<const store::SmsRecord> records(store::Folder folder) const override {
+    return tables_[folder].records();
+  }
+  bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) override;
+  bool saveText(const std::string& path, std::span<const store::SmsRecord> records) override;
+  void showStatus(const std::string& text) override { services_.showStatus(text); }
+
+  bool isAt(POINT screen) const override { return WindowFromPoint(screen) == handle(); }
+  void dragOver(POINT screen) override;
+  void dragLeft() override;
+  void drop(POINT screen) override;
+  // Files the selected rows in the folder that they were dropped on.
+  void transfer();
+
+  LRESULT onBeginDrag(NMTREEVIEWW& begin);
+  void onMouseMove(UINT keys, POINT point);
+  void onLButtonUp(UINT keys, POINT point);
+  HTREEITEM itemAt(POINT screen) const;
+  void highlight(HTREEITEM item) { TreeView_SelectDropTarget(handle(), item); }
+
   bool onCreated(const CREATESTRUCTW& c);
   void onDestroyed();
   LRESULT onSelectionChanging(NMTREEVIEWW& change);

@@ -1,0 +1,174 @@
+// The commands on the rows: sort, delete, save, select all.
+#include <windows.h>
+
+#include <commdlg.h>
+#include <shlobj.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "framework/resources.h"
+#include "framework/text.h"
+#include "framework/wait_cursor.h"
+#include "list/list_sorter.h"
+#include "list/quillet_view.h"
+#include "list/transfer.h"
+#include "resources/resource_ids.h"
+#include "skin/delete_confirm_dialog.h"
+#include "store/folder_state.h"
+#include "store/time_stamp.h"
+
+namespace list {
+namespace {
+
+using framework::loadString;
+using framework::toWide;
+
+bool consents(HWND owner, bool all) {
+  skin::DeleteConfirmDialog question;
+  question.deleteAll = all ? 1 : 0;
+  return question.doModal(owner) != IDCANCEL;
+}
+
+std::optional<store::Folder> selectedPcFolder() {
+  const auto folder = store::selectedFolder(store::folderState());
+  return folder && store::isOnPc(*folder) ? folder : std::nullopt;
+}
+
+// Asks for a text file to save in; empty when the person thinks better of it.
+std::string askForTextFile(HWND owner) {
+  wchar_t documents[MAX_PATH] = L"";
+  SHGetSpecialFolderPathW(owner, documents, CSIDL_PERSONAL, FALSE);
+  std::wstring filter = toWide(loadString(IDS_TEXT_FILES));
+  filter += L'\0';
+  filter += L"*.TXT";
+  filter += L'\0';
+  const std::wstring title = toWide(loadString(IDS_SAVE_TITLE));
+  wchar_t path[32768] = L"";
+  OPENFILENAMEW ask{};
+  ask.lStructSize = sizeof ask;
+  ask.hwndOwner = owner;
+  ask.lpstrFilter = filter.c_str();
+  ask.lpstrFile = path;
+  ask.nMaxFile = static_cast<DWORD>(std::size(path));
+  ask.lpstrInitialDir = documents;
+  ask.lpstrTitle = title.c_str();
+  ask.lpstrDefExt = L"txt";
+  ask.Flags = OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  return GetSaveFileNameW(&ask) ? framework::toUtf8(path) : std::string();
+}
+
+}  // namespace
+
+std::vector<std::size_t> CQuilletView::selectedSlots() const {
+  std::vector<std::size_t> slots(static_cast<std::size_t>(selectedCount()));
+  // Filled from its end, so that the rows come from the last to the first.
+  auto place = slots.rbegin();
+  for (int row = -1; place != slots.rend() && (row = nextSelected(row)) >= 0; ++place)
+    *place = static_cast<std::size_t>(itemData(row));
+  return slots;
+}
+
+LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
+  if (itemCount() == 0) return 0;
+  const framework::CWaitCursor wait;
+  {
+    const framework::CRedrawLock lock(*this);
+    ListSorter(*this, click.iSubItem, kindOfColumn(click.iSubItem)).sort();
+  }
+  keepOrder();
+  return 0;
+}
+
+void CQuilletView::keepOrder() {
+  const auto folder = selectedPcFolder();
+  if (!folder || !records_) return;
+  const auto former = records_->records(*folder);
+  std::vector<store::SmsRecord> sorted;
+  sorted.reserve(former.size());
+  for (int row = 0; row < itemCount(); ++row) {
+    const auto slot = static_cast<std::size_t>(itemData(row));
+    if (slot >= former.size()) return;
+    sorted.push_back(former[slot]);
+    // What the row shows is what is kept: a handset's time in its readable form.
+    sorted.back().Time = store::displayTime(sorted.back().Time);
+    sorted.back().Index = row;
+  }
+  if (sorted.size() != former.size()) return;
+  if (records_->replaceRecords(*folder, std::move(sorted))) {
+    numberRows();
+    return;
+  }
+  deleteAllItems();
+  showRecords(records_->records(*folder));
+}
+
+void CQuilletView::numberRows() {
+  for (int row = 0; row < itemCount(); ++row) setItemData(row, row);
+}
+
+void CQuilletView::removeRows(std::span<const std::size_t> slots) {
+  const framework::CRedrawLock lock(*this);
+  std::vector<bool> gone(static_cast<std::size_t>(itemCount()), false);
+  for (const std::size_t slot : slots)
+    if (slot < gone.size()) gone[slot] = true;
+  for (int row = itemCount() - 1; row >= 0; --row) {
+    const auto slot = static_cast<std::size_t>(itemData(row));
+    if (slot < gone.size() && gone[slot]) deleteItem(row);
+  }
+  numberRows();
+}
+
+void CQuilletView::onDelete() {
+  if (!consents(GetAncestor(handle(), GA_ROOT), false)) return;
+  const auto folder = selectedPcFolder();
+  std::vector<std::size_t> slots = selectedSlots();
+  if (slots.empty() || !folder || !records_) return;
+  std::sort(slots.begin(), slots.end(), std::greater<>());  // so that those still to go keep their slots
+  const framework::CWaitCursor wait;
+  const int firstRow = nextSelected(-1);
+  // One message after the other, the last row's first: each leaves the file whole, and a failure leaves the
+  // rest where it is.
+  std::size_t deleted = 0;
+  for (; deleted < slots.size(); ++deleted) {
+    showStatus(IDS_DELETING, {std::to_string(deleted + 1), std::to_string(slots.size())});
+    if (!records_->replaceRecords(*folder, without(records_->records(*folder), slots[deleted]))) break;
+  }
+  removeRows(std::span(slots).first(deleted));
+  const int focused = std::min(firstRow, itemCount() - 1);
+  if (focused >= 0) ListView_SetItemState(handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
+  showStatus(IDS_DELETED, {std::to_string(deleted)});
+}
+
+void CQuilletView::onDeleteAll() {
+  const int count = itemCount();
+  if (count == 0 || !consents(GetAncestor(handle(), GA_ROOT), true)) return;
+  const framework::CWaitCursor wait;
+  const auto folder = selectedPcFolder();
+  if (folder && records_ && !records_->replaceRecords(*folder, {})) return;
+  deleteAllItems();
+  showStatus(IDS_DELETED, {std::to_string(count)});
+}
+
+void CQuilletView::onSave() {
+  const auto folder = store::selectedFolder(store::folderState());
+  const std::vector<std::size_t> slots = selectedSlots();
+  if (slots.empty() || !folder || !records_) return;
+  const std::string path = askForTextFile(GetAncestor(handle(), GA_ROOT));
+  if (path.empty()) return;
+  const auto records = records_->records(*folder);
+  std::vector<store::SmsRecord> chosen;
+  for (const std::size_t slot : slots)
+    if (slot < records.size()) chosen.push_back(records[slot]);
+  if (records_->saveText(path, chosen)) showStatus(IDS_SAVED, {std::to_string(chosen.size()), path});
+}
+
+void CQuilletView::onSelectAll() {
+  ListView_SetItemState(handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
+}
+
+void CQuilletView::showStatus(UINT pattern, std::initializer_list<std::string_view> values) const {
+  if (records_) records_->showStatus(framework::formatText(loadString(pattern), values));
+}
+
+}  // namespace list

@@ -1,0 +1,95 @@
+// Dragging rows out of the list. The list keeps the mouse for as long as a drag lasts, so that a release
+// anywhere ends it, and leads the moves over the folder tree to the tree.
+#include "list/list_state.h"
+#include "list/quillet_view.h"
+
+namespace list {
+namespace {
+
+// Where in its image the pointer holds the dragged row.
+constexpr int hotSpot = 8;
+
+POINT toScreen(HWND window, POINT point) {
+  ClientToScreen(window, &point);
+  return point;
+}
+
+}  // namespace
+
+LRESULT CQuilletView::onBeginDrag(NMLISTVIEW& begin) {
+  DragState& drag = listState().drag;
+  store::FolderState& folders = store::folderState();
+  if (!dropTarget_ || drag.dragging) return 0;
+  drag = {};
+  drag.dragItem = folders.selectedItem;
+  drag.draggedRow = begin.iItem;
+  POINT origin{hotSpot, hotSpot};
+  drag.image.reset(ListView_CreateDragImage(handle(), begin.iItem, &origin));
+  if (drag.image) {
+    ImageList_BeginDrag(drag.image.get(), 0, hotSpot, hotSpot);
+    const POINT at = toScreen(handle(), begin.ptAction);
+    ImageList_DragEnter(nullptr, at.x, at.y);
+  }
+  drag.dragging = true;
+  drag.source = handle();
+  SetCapture(handle());
+  return 0;
+}
+
+void CQuilletView::onMouseMove(UINT, POINT point) {
+  DragState& drag = listState().drag;
+  if (!drag.dragging || drag.source != handle()) {
+    defaultProcessing();
+    return;
+  }
+  const POINT at = toScreen(handle(), point);
+  ImageList_DragMove(at.x, at.y);
+  ImageList_DragShowNolock(FALSE);
+  drag.target = WindowFromPoint(at);
+  if (dropTarget_->isAt(at))
+    dropTarget_->dragOver(at);
+  else
+    dropTarget_->dragLeft();
+  ImageList_DragShowNolock(TRUE);
+}
+
+void CQuilletView::onLButtonUp(UINT, POINT point) {
+  DragState& drag = listState().drag;
+  const bool ended = drag.dragging && drag.source == handle();
+  defaultProcessing();
+  if (!ended || !drag.dragging) return;
+  const POINT at = toScreen(handle(), point);
+  drag.dropPoint = at;
+  drag.target = WindowFromPoint(at);
+  const bool overTarget = dropTarget_->isAt(at);
+  endDrag();
+  if (overTarget) dropTarget_->drop(at);
+}
+
+void CQuilletView::onKeyDown(UINT key) {
+  if (key == VK_ESCAPE && listState().drag.dragging)
+    endDrag();
+  else
+    defaultProcessing();
+}
+
+// Another window has taken the mouse: the drag is over, and nothing has changed.
+void CQuilletView::onCaptureChanged() {
+  endDrag();
+  defaultProcessing();
+}
+
+void CQuilletView::endDrag() {
+  DragState& drag = listState().drag;
+  if (!drag.dragging || drag.source != handle()) return;
+  drag.dragging = false;
+  if (drag.image) {
+    ImageList_DragLeave(nullptr);
+    ImageList_EndDrag();
+    drag.image.reset();
+  }
+  if (GetCapture() == handle()) ReleaseCapture();
+  dropTarget_->dragLeft();
+}
+
+}  // namespace list

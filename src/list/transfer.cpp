@@ -1,0 +1,27 @@
+#include "list/transfer.h"
+
+namespace list {
+
+Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const store::SmsRecord> target,
+                      std::span<const std::size_t> slots, bool move) {
+  Transfer transfer{{}, {target.begin(), target.end()}};
+  std::vector<bool> taken(source.size(), false);
+  for (const std::size_t slot : slots) {
+    if (slot >= source.size()) continue;
+    transfer.target.push_back(source[slot]);
+    taken[slot] = move;
+  }
+  for (std::size_t slot = 0; slot < source.size(); ++slot)
+    if (!taken[slot]) transfer.source.push_back(source[slot]);
+  return transfer;
+}
+
+std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot) {
+  std::vector<store::SmsRecord> left;
+  left.reserve(records.size());
+  for (std::size_t i = 0; i < records.size(); ++i)
+    if (i != slot) left.push_back(records[i]);
+  return left;
+}
+
+}  // namespace list

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "store/sms_record.h"
+
+namespace list {
+
+// What a transfer of messages makes of the two folders.
+struct Transfer {
+  std::vector<store::SmsRecord> source;
+  std::vector<store::SmsRecord> target;
+};
+
+// slots: those of the messages, in the order in which they are appended to the target. The source is left
+// without them when they are moved, and as it is when they are copied.
+Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const store::SmsRecord> target,
+                      std::span<const std::size_t> slots, bool move);
+
+// The records without that slot.
+std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot);
+
+}  // namespace list

@@ -1,0 +1,129 @@
+// Filing: what is dropped on a folder, and the changes that the list asks for.
+#include "framework/resources.h"
+#include "framework/text.h"
+#include "framework/wait_cursor.h"
+#include "list/list_state.h"
+#include "list/transfer.h"
+#include "resources/resource_ids.h"
+#include "store/text_file.h"
+#include "tree/left_view.h"
+
+namespace tree {
+namespace {
+
+using list::DragState;
+using list::listState;
+
+// Where in its image the pointer holds a dragged folder.
+constexpr int hotSpot = -15;
+
+POINT toScreen(HWND window, POINT point) {
+  ClientToScreen(window, &point);
+  return point;
+}
+
+}  // namespace
+
+bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) {
+  const store::WriteResult written = storeFile(folder).rewrite(records);
+  services_.reportWrite(written, IDS_CANNOT_CHANGE);
+  if (!written.ok()) return false;
+  tables_[folder] = store::FolderTable(std::move(records));
+  setCount(folder);
+  return true;
+}
+
+bool CLeftView::saveText(const std::string& path, std::span<const store::SmsRecord> records) {
+  const store::WriteResult written = store::appendText(services_.files, services_.codePage, path, records);
+  services_.reportWrite(written, IDS_CANNOT_SAVE);
+  return written.ok();
+}
+
+HTREEITEM CLeftView::itemAt(POINT screen) const {
+  TVHITTESTINFO hit{};
+  hit.pt = screen;
+  ScreenToClient(handle(), &hit.pt);
+  return TreeView_HitTest(handle(), &hit);
+}
+
+void CLeftView::dragOver(POINT screen) {
+  // Over empty space the item last hit stays the one to drop on.
+  const HTREEITEM item = itemAt(screen);
+  if (!item) return;
+  highlight(item);
+  listState().drag.dropItem = item;
+}
+
+void CLeftView::dragLeft() {
+  highlight(nullptr);
+  store::folderState().selectedItem = selectedItem();
+}
+
+void CLeftView::drop(POINT screen) {
+  highlight(nullptr);
+  if (const HTREEITEM item = itemAt(screen)) listState().drag.dropItem = item;
+  transfer();
+}
+
+void CLeftView::transfer() {
+  const store::FolderState& state = store::folderState();
+  const auto source = store::folderOfItem(state, listState().drag.dragItem);
+  const auto target = store::folderOfItem(state, listState().drag.dropItem);
+  if (!source || !target || !store::isOnPc(*target) || source == target) return;
+  const std::vector<std::size_t> slots = list_.selectedSlots();
+  if (slots.empty()) return;
+
+  const framework::CWaitCursor wait;
+  const bool move = store::isOnPc(*source);
+  list::Transfer planned = list::planTransfer(records(*source), records(*target), slots, move);
+  // The target first: whatever happens in between, no message is in neither folder.
+  if (!replaceRecords(*target, std::move(planned.target))) return;
+  if (move) {
+    if (!replaceRecords(*source, std::move(planned.source))) return;
+    list_.removeRows(slots);
+  }
+  showStatus(
+      framework::formatText(framework::loadString(move ? IDS_MOVED : IDS_COPIED),
+                            {std::to_string(slots.size()), state.folderPaths[store::position(*target)]}));
+}
+
+LRESULT CLeftView::onBeginDrag(NMTREEVIEWW& begin) {
+  DragState& drag = listState().drag;
+  drag = {};
+  drag.dragItem = begin.itemNew.hItem;
+  drag.image.reset(TreeView_CreateDragImage(handle(), begin.itemNew.hItem));
+  if (drag.image) {
+    ImageList_BeginDrag(drag.image.get(), 0, hotSpot, hotSpot);
+    const POINT at = toScreen(handle(), begin.ptDrag);
+    ImageList_DragEnter(nullptr, at.x, at.y);
+  }
+  drag.dragging = true;
+  drag.source = handle();
+  return 0;
+}
+
+void CLeftView::onMouseMove(UINT, POINT point) {
+  if (listState().drag.dragging) {
+    const POINT at = toScreen(handle(), point);
+    ImageList_DragMove(at.x, at.y);
+    ImageList_DragShowNolock(FALSE);
+    dragOver(at);
+    ImageList_DragShowNolock(TRUE);
+  }
+  defaultProcessing();
+}
+
+void CLeftView::onLButtonUp(UINT, POINT point) {
+  defaultProcessing();
+  DragState& drag = listState().drag;
+  if (!drag.dragging) return;
+  drag.dragging = false;
+  ImageList_DragLeave(handle());
+  ImageList_EndDrag();
+  drag.image.reset();
+  drag.dropPoint = toScreen(handle(), point);
+  drag.target = WindowFromPoint(drag.dropPoint);
+  drop(drag.dropPoint);
+}
+
+}  // namespace tree
