@@ -162,6 +162,23 @@ std::string statusParts(HWND bar) {
   return json::list(parts);
 }
 
+std::string comboChoices(HWND combo) {
+  std::vector<std::string> choices;
+  for (LRESULT i = 0, count = ask(combo, CB_GETCOUNT); i < count; ++i) {
+    // The system carries this control's texts across by itself.
+    const LRESULT length = ask(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(i));
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    ask(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(length));
+    choices.push_back(json::text(text));
+  }
+  return json::list(choices);
+}
+
+bool hasStyle(HWND control, LONG_PTR style) {
+  return (GetWindowLongPtrW(control, GWL_STYLE) & style) == style;
+}
+
 }  // namespace
 
 std::string controlReport(HWND control, HWND focus) {
@@ -183,12 +200,21 @@ std::string controlReport(HWND control, HWND focus) {
   } else if (name == WC_LISTVIEWW) {
     fields.emplace_back("columns", listColumns(control));
     fields.emplace_back("rows", listRows(control));
+    fields.emplace_back("sideways", json::flag(hasStyle(control, WS_HSCROLL)));
   } else if (name == TOOLBARCLASSNAMEW) {
     fields.emplace_back("buttons", toolbarButtons(control));
   } else if (name == STATUSCLASSNAMEW) {
     fields.emplace_back("parts", statusParts(control));
   } else if (name == WC_BUTTONW) {
     fields.emplace_back("checked", json::flag(ask(control, BM_GETCHECK) == BST_CHECKED));
+    fields.emplace_back("default", json::flag(ask(control, WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON));
+  } else if (name == WC_COMBOBOXW) {
+    fields.emplace_back("choices", comboChoices(control));
+    fields.emplace_back("chosen", json::number(ask(control, CB_GETCURSEL)));
+    fields.emplace_back("dropped", json::flag(ask(control, CB_GETDROPPEDSTATE)));
+  } else if (name == WC_EDITW || name == L"RichEdit20W") {
+    fields.emplace_back("read_only", json::flag(hasStyle(control, ES_READONLY)));
+    fields.emplace_back("limit", json::number(ask(control, EM_GETLIMITTEXT)));
   }
   return json::object(fields);
 }

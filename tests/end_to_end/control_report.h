@@ -5,7 +5,8 @@
 #include <string>
 
 // One control of another program's window as JSON: class, id, rectangle, text, state, and what it holds: the
-// items of a tree, the columns and rows of a list, the buttons of a toolbar, the parts of a status bar.
+// items of a tree, the columns and rows of a list, the buttons of a toolbar, the parts of a status bar, the
+// choices of a combo box, the limit of an edit box.
 std::string controlReport(HWND control, HWND focus);
 
 // Whether every folder of the tree (every item below the top level) carries its count, as in "Inbox(3)".

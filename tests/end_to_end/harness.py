@@ -58,6 +58,10 @@ def key(*names):
     xdotool(*(("key", name) for name in names))
 
 
+def type_text(text):
+    subprocess.run(["xdotool", "type", "--delay", "40", text], check=True, timeout=20)
+
+
 def drag(start, end):
     """Presses at `start`, moves in steps, lets go at `end`."""
     (x0, y0), (x1, y1) = start, end
@@ -65,9 +69,14 @@ def drag(start, end):
     xdotool(ways[0], ("mousedown", 1), *ways[1:], ("mouseup", 1))
 
 
-def ask_reporter(*words, timeout=40):
-    return subprocess.run(["wine", str(REPORTER), *words], stdin=subprocess.DEVNULL, capture_output=True,
-                          timeout=timeout)
+def ask_reporter(*words, standard_input=b"", timeout=40):
+    return subprocess.run(["wine", str(REPORTER), *words], input=standard_input, capture_output=True, timeout=timeout)
+
+
+def paste(text):
+    """Puts the text on the clipboard and presses the keys for it."""
+    wait_until(lambda: ask_reporter("copy", standard_input=text.encode()).returncode == 0, "the clipboard to be free")
+    key("ctrl+v")
 
 
 @dataclasses.dataclass
@@ -143,6 +152,19 @@ def dialog_button(dialog, text):
     return next(c for c in dialog["controls"] if c["class"] == "Button" and c["text"].replace("&", "") == text)
 
 
+def control_of(dialog, number):
+    """The dialog's control with this id."""
+    found = [c for c in dialog["controls"] if c["id"] == number]
+    if len(found) != 1:
+        raise AssertionError(f"{len(found)} controls with the id {number}")
+    return found[0]
+
+
+def focus_of(dialog):
+    """The id of the control that has the focus."""
+    return next((c["id"] for c in dialog["controls"] if c["focused"]), None)
+
+
 class Program:
     """One running program in its folder."""
 
@@ -184,10 +206,25 @@ class Program:
     def wait_for_box(self, timeout=15):
         return self.wait_for(lambda sight: sight.dialogs, "a message box", timeout).dialogs[0]
 
+    def wait_for_dialog(self, title, condition=lambda dialog: True, what="open", timeout=10):
+        """The dialog of that title, once it lies above all other windows and `condition` holds for it."""
+        def holds(sight):
+            top = sight.dialogs[0] if sight.dialogs else None
+            return top and top["title"] == title and top["foreground"] and condition(top)
+        return self.wait_for(holds, f"{title}: {what}", timeout).dialogs[0]
+
+    def wait_until_gone(self, dialog, after=""):
+        """The sight without that dialog; None when the program has ended."""
+        def gone():
+            sight = self.look() if self.running() else None
+            return not sight or all(d["window"] != dialog["window"] for d in sight.dialogs) and [sight]
+        answer = wait_until(gone, f"{dialog['title']} to go {after}")
+        return None if answer is True else answer[0]
+
     def press(self, dialog, text):
         """Clicks a dialog's button and waits for the dialog to go."""
         click(dialog_button(dialog, text)["rect"])
-        wait_until(lambda: not self.running() or not self.look().dialogs, f"the dialog to go after {text}")
+        return self.wait_until_gone(dialog, f"after {text}")
 
     def wait_for_end(self, timeout=15):
         try:

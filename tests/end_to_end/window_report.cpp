@@ -4,6 +4,7 @@
 //   window_report wait-window SECONDS   0 once the main window is there and every folder has its count,
 //                                       2 when a message box comes first, 1 when the time is over
 //   window_report close                 asks the main window to close, as its close button does
+//   window_report copy                  puts standard input, UTF-8, on the clipboard
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
@@ -92,7 +93,9 @@ std::string windowReport(HWND window) {
   GetClientRect(window, &client);
   std::vector<std::string> controls;
   for (const HWND child : descendants(window)) controls.push_back(controlReport(child, focusOf(window)));
-  return json::object({{"class", json::text(classOf(window))},
+  const auto handle = static_cast<long long>(reinterpret_cast<INT_PTR>(window));
+  return json::object({{"window", json::number(handle)},
+                       {"class", json::text(classOf(window))},
                        {"title", json::text(textOf(window))},
                        {"enabled", json::flag(IsWindowEnabled(window))},
                        {"foreground", json::flag(GetForegroundWindow() == window)},
@@ -134,6 +137,34 @@ int waitForWindow(double seconds) {
   return 1;
 }
 
+std::string standardInput() {
+  _setmode(_fileno(stdin), _O_BINARY);
+  std::string text;
+  char piece[4096];
+  while (const std::size_t size = std::fread(piece, 1, sizeof(piece), stdin)) text.append(piece, size);
+  return text;
+}
+
+// False when another program keeps the clipboard.
+bool copy(const std::string& utf8) {
+  const int size = static_cast<int>(utf8.size());
+  const int units = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
+  const HGLOBAL memory =
+      GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (static_cast<SIZE_T>(units) + 1) * sizeof(wchar_t));
+  if (!memory) return false;
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, static_cast<wchar_t*>(GlobalLock(memory)), units);
+  GlobalUnlock(memory);
+  // Without an owner the clipboard takes nothing.
+  const HWND owner =
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  const bool opened = OpenClipboard(owner);
+  const bool copied = opened && EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory);
+  if (!copied) GlobalFree(memory);
+  if (opened) CloseClipboard();
+  DestroyWindow(owner);
+  return copied;
+}
+
 int run(std::string_view command, const char* argument) {
   if (command == "report") {
     const std::string text = report() + "\n";
@@ -145,7 +176,8 @@ int run(std::string_view command, const char* argument) {
     const HWND window = findWindows().main;
     return window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1;
   }
-  std::fputs("window_report report | wait-window SECONDS | close\n", stderr);
+  if (command == "copy") return copy(standardInput()) ? 0 : 1;
+  std::fputs("window_report report | wait-window SECONDS | close | copy\n", stderr);
   return 64;
 }
 
