@@ -33,7 +33,7 @@ void CListView::setItemText(int row, int column, std::string_view text) {
   ListView_SetItemText(handle(), row, column, wide.data());
 }
 
-std::string CListView::itemText(int row, int column) const {
+std::string listItemText(HWND list, int row, int column) {
   std::wstring text(256, L'\0');
   for (;;) {
     LVITEMW item{};
@@ -41,9 +41,9 @@ std::string CListView::itemText(int row, int column) const {
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
     const auto length = static_cast<std::size_t>(
-        send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
+        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
     if (length + 1 < text.size()) return toUtf8({text.data(), length});
-    text.resize(4 * text.size());
+    text.resize(4 * text.size());  // the list says how much it copied, not how much there is
   }
 }
 

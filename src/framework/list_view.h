@@ -11,6 +11,9 @@
 
 namespace framework {
 
+// The text of a cell of any list control, whatever its length.
+std::string listItemText(HWND list, int row, int column);
+
 // A view that is a list control. Texts are UTF-8.
 class CListView : public CView {
  public:
@@ -19,7 +22,7 @@ class CListView : public CView {
   void setColumnWidth(int column, int width) { ListView_SetColumnWidth(handle(), column, width); }
   int insertItem(int row, std::string_view text, LPARAM data);
   void setItemText(int row, int column, std::string_view text);
-  std::string itemText(int row, int column) const;
+  std::string itemText(int row, int column) const { return listItemText(handle(), row, column); }
   LPARAM itemData(int row) const;
   void setItemData(int row, LPARAM data);
   void deleteItem(int row) { ListView_DeleteItem(handle(), row); }

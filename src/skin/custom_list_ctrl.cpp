@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "framework/list_view.h"
 #include "framework/text.h"
 #include "skin/segment_sort.h"
 #include "skin/system_cell_rules.h"
@@ -104,17 +105,7 @@ bool CCustomListCtrl::putText(int row, int column, std::string_view text) {
 }
 
 std::string CCustomListCtrl::itemText(int row, int column) const {
-  std::wstring text(256, L'\0');
-  for (;;) {
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(text.size());
-    const auto length = static_cast<std::size_t>(
-        send(LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item)));
-    if (length + 1 < text.size()) return framework::toUtf8({text.data(), length});
-    text.resize(4 * text.size());  // the list says how much it copied, not how much there is
-  }
+  return framework::listItemText(handle(), row, column);
 }
 
 LPARAM CCustomListCtrl::itemData(int row) const {
