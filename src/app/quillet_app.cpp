@@ -11,10 +11,10 @@
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
 #include "resources/resource_ids.h"
-#include "skin/setting_text.h"
 #include "skin/settings.h"
 #include "skin/skin_state.h"
 #include "store/folder_state.h"
+#include "store/leading_number.h"
 
 namespace app {
 
@@ -78,7 +78,7 @@ void CQuilletApp::loadResourceLibrary() {
 void CQuilletApp::readPort() {
   std::string value;
   const bool found = skin::zl_GetSettingString("port", "com", moduleDirectory_ + "port.ini", value);
-  port_ = found ? skin::leadingNumber(value) : -1;
+  port_ = found ? store::leadingNumber(value) : -1;
 }
 
 void CQuilletApp::readSkinFont() {
@@ -86,7 +86,7 @@ void CQuilletApp::readSkinFont() {
   std::string size;
   skin::zl_GetSettingString("Font", "facename", file, skin::skinState().fontFace);
   if (skin::zl_GetSettingString("Font", "fontsize", file, size))
-    skin::skinState().fontSize = skin::leadingNumber(size);
+    skin::skinState().fontSize = store::leadingNumber(size);
 }
 
 bool CQuilletApp::connect() {
@@ -184,6 +184,7 @@ store::WriteResult CQuilletApp::file(store::Folder folder, const store::SmsRecor
 }
 
 void CQuilletApp::reloadFiled() {
+  notes_.clear();
   const auto selected = selectedFolder();
   for (const store::Folder folder : {store::Folder::PSent, store::Folder::PDraft}) {
     freeTable(folder);
@@ -192,6 +193,7 @@ void CQuilletApp::reloadFiled() {
     emptyList();
     show(folder);
   }
+  if (!notes_.empty()) frame()->statusBar().setMessage(notes_);
 }
 
 std::string CQuilletApp::describe(const store::WriteResult& result, UINT failure) const {
@@ -220,6 +222,11 @@ void CQuilletApp::reload(store::Folder folder) {
     frame()->tree().refreshCount(state.folderPaths[place]);
   else
     frame()->tree().refreshCount(state.items[place]);
+}
+
+void CQuilletApp::emptyList() {
+  frame()->list().cancelDrag();
+  frame()->list().deleteAllItems();
 }
 
 std::optional<store::Folder> CQuilletApp::selectedFolder() const {

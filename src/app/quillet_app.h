@@ -45,7 +45,7 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   // handset. Either failure is told to the person.
   bool connect() override;
   void freeTable(store::Folder folder) override { frame()->tree().freeTable(folder); }
-  void emptyList() override { frame()->list().deleteAllItems(); }
+  void emptyList() override;
   void closeHandset() override { link_.close(); }
   void reload(store::Folder folder) override;
   std::optional<store::Folder> selectedFolder() const override;

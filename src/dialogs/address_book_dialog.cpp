@@ -7,6 +7,7 @@
 #include "dialogs/compose_state.h"
 #include "dialogs/recipients.h"
 #include "framework/resources.h"
+#include "framework/wait_cursor.h"
 #include "resources/resource_ids.h"
 
 namespace dialogs {
@@ -73,20 +74,22 @@ void AddressBookDialog::setUpColumns() {
 }
 
 void AddressBookDialog::showPhonebook() {
-  phonebook_.send(WM_SETREDRAW, FALSE);
+  const framework::CWaitCursor wait;
+  const framework::CRedrawLock lock(phonebook_);
   for (const phonelink::Contact& contact : link_.contacts()) {
     const int row = phonebook_.insertItem(phonebook_.itemCount(), contact.name);
     phonebook_.setItemText(row, numberColumn, contact.number);
   }
-  phonebook_.send(WM_SETREDRAW, TRUE);
 }
 
 void AddressBookDialog::onAdd() {
   std::vector<int> rows;
   for (int row = -1; (row = phonebook_.nextSelected(row)) >= 0;) rows.push_back(row);
   // From the bottom up, as messages are filed, too.
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-    chosen_.appendIfMissing(phonebook_.itemText(*row, numberColumn));
+  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+    const std::string number = phonebook_.itemText(*row, numberColumn);
+    if (isSingleNumber(number)) chosen_.appendIfMissing(number);
+  }
 }
 
 void AddressBookDialog::onRemove() {

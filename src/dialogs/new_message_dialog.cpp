@@ -1,5 +1,6 @@
 #include "dialogs/new_message_dialog.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "dialogs/address_book_dialog.h"
@@ -70,12 +71,13 @@ bool NewMessageDialog::onInitDialog() {
 void NewMessageDialog::onContentChanged() {
   const MessageCount count = countMessage(phonelink::utf16FromUtf8(itemText(IDC_MESSAGE_CONTENT)));
   needsUcs2_ = count.needsUcs2;
-  charCount_ = count.charCount;
   if (count.isCut) {
-    // The change that this makes is counted in its turn, before the counter below says the same.
+    const HWND field = item(IDC_MESSAGE_CONTENT);
+    DWORD caret = 0;
+    SendMessageW(field, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
     setItemText(IDC_MESSAGE_CONTENT, phonelink::utf8FromUtf16(count.cut));
-    SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETSEL, count.cut.size(),
-                 static_cast<LPARAM>(count.cut.size()));
+    const auto place = std::min<std::size_t>(caret, count.cut.size());
+    SendMessageW(field, EM_SETSEL, place, static_cast<LPARAM>(place));
   }
   if (!needsUcs2_) SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
   setItemText(IDC_COUNTER, counterText(count));
@@ -108,7 +110,9 @@ void NewMessageDialog::onSend() {
   const framework::CWaitCursor wait;
   if (!result_.unfiled.empty()) {
     // Everything has been sent that could be; only the filing is to be tried again.
-    finishSending(fileAgain(result_.unfiled, steps()));
+    const std::size_t before = result_.unfiled.size();
+    const store::WriteResult problem = fileAgain(result_.unfiled, steps());
+    finishSending(problem, result_.unfiled.size() < before);
     return;
   }
   const std::string text = itemText(IDC_MESSAGE_CONTENT);
@@ -122,13 +126,12 @@ void NewMessageDialog::onSend() {
     showMessage(loadString(IDS_NO_RECEIVER));
     return;
   }
-  recipients_ = splitRecipients(receivers);
-  result_ = sendToAll(recipients_, text, steps());
-  finishSending(result_.problem);
+  result_ = sendToAll(splitRecipients(receivers), text, steps());
+  finishSending(result_.problem, result_.filed > 0);
 }
 
-void NewMessageDialog::finishSending(const store::WriteResult& problem) {
-  services_.reloadFiled();
+void NewMessageDialog::finishSending(const store::WriteResult& problem, bool anyFiled) {
+  if (anyFiled) services_.reloadFiled();
   holdForFiling(!result_.unfiled.empty());
   if (!result_.unfiled.empty()) {
     showMessage(services_.describe(problem));
@@ -148,7 +151,12 @@ void NewMessageDialog::holdForFiling(bool hold) {
 }
 
 void NewMessageDialog::onContact() {
-  if (!services_.reconnect()) return;
+  bool connected = false;
+  {
+    const framework::CWaitCursor wait;
+    connected = services_.reconnect();
+  }
+  if (!connected) return;
   AddressBookDialog book(services_.link, receivers_.text());
   if (book.doModal(handle()) == IDOK) receivers_.setText(composeState().recipients);
 }
@@ -164,12 +172,12 @@ void NewMessageDialog::onCancel() {
   if (question.doModal(handle()) != IDCANCEL) {
     const store::WriteResult problem =
         result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, steps());
+    services_.reloadFiled();
     if (!problem.ok()) {
       showMessage(services_.describe(problem));
       return;
     }
   }
-  services_.reloadFiled();
   endDialog(IDCANCEL);
 }
 

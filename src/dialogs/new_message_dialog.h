@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "dialogs/compose_services.h"
 #include "dialogs/message_counter.h"
@@ -31,7 +30,7 @@ class NewMessageDialog : public skin::CSkinDialog {
 
   OutgoingSteps steps() const;
   // Ends the dialog when everything is filed, else tells why not and keeps it open.
-  void finishSending(const store::WriteResult& problem);
+  void finishSending(const store::WriteResult& problem, bool anyFiled);
   void holdForFiling(bool hold);
   // Uses the recipients that composeState() holds.
   store::WriteResult saveDraft(const std::string& text) const;
@@ -42,9 +41,7 @@ class NewMessageDialog : public skin::CSkinDialog {
   skin::CButtonEx send_;
   skin::CButtonEx cancel_;
   skin::CButtonEx contact_;
-  std::vector<std::string> recipients_;
   bool needsUcs2_ = false;
-  std::size_t charCount_ = 0;
   OutgoingResult result_;  // of the last sending; its unfiled messages are filed by the next Send or Cancel
 };
 

@@ -1,5 +1,7 @@
 #include "dialogs/reader_dialog.h"
 
+#include <richedit.h>
+
 #include "framework/text.h"
 #include "resources/resource_ids.h"
 #include "store/time_stamp.h"
@@ -39,6 +41,8 @@ bool ReaderDialog::onInitDialog() {
   previous_.subclass(handle(), IDC_PREVIOUS);
   next_.subclass(handle(), IDC_NEXT);
 
+  // A message that looks like markup is shown as it is.
+  SendMessageW(item(IDC_READER_CONTENT), EM_SETTEXTMODE, TM_PLAINTEXT, 0);
   combo(CB_RESETCONTENT);
   combo(WM_SETREDRAW, FALSE);
   for (const store::SmsRecord& record : records_)

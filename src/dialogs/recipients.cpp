@@ -16,6 +16,10 @@ std::string joinRecipients(std::span<const std::string> numbers) {
   return text;
 }
 
+bool isSingleNumber(std::string_view number) {
+  return number.find(';') == std::string_view::npos;
+}
+
 bool hasDigit(std::string_view number) {
   return number.find_first_of("0123456789") != std::string_view::npos;
 }

@@ -13,6 +13,9 @@ std::vector<std::string> splitRecipients(std::string_view text);
 // Every number followed by ";".
 std::string joinRecipients(std::span<const std::string> numbers);
 
+// Whether a phonebook's number is one number, not two that a separator would part.
+bool isSingleNumber(std::string_view number);
+
 // Whether a part can be sent to at all.
 bool hasDigit(std::string_view number);
 

@@ -16,10 +16,17 @@ const MessageMap* CDialog::messageMap() const {
 }
 
 INT_PTR CDialog::doModal(HWND owner) {
-  const CreationScope scope(*this);
-  return DialogBoxParamW(
-      moduleWithResource(RT_DIALOG, resourceId_), MAKEINTRESOURCEW(resourceId_), owner,
-      [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+  const auto show = [&](HMODULE module) {
+    const CreationScope scope(*this);
+    return DialogBoxParamW(
+        module, MAKEINTRESOURCEW(resourceId_), owner,
+        [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+  };
+  const HMODULE own = GetModuleHandleW(nullptr);
+  const HMODULE preferred = moduleWithResource(RT_DIALOG, resourceId_);
+  const INT_PTR result = show(preferred);
+  // A resource library's dialog may be of no use; the program's own always is.
+  return result == notShown && preferred != own ? show(own) : result;
 }
 
 std::string CDialog::itemText(UINT id) const {

@@ -9,7 +9,10 @@ class CDialog : public CWnd {
  public:
   explicit CDialog(UINT resourceId) : resourceId_(resourceId) {}
 
-  // Shows the dialog until it ends; what endDialog was given, -1 when it cannot be shown.
+  static constexpr INT_PTR notShown = -1;
+
+  // Shows the dialog until it ends; what endDialog was given, notShown when it could not be made, 0 when it
+  // went without an answer.
   INT_PTR doModal(HWND owner);
 
   HWND item(UINT id) const { return GetDlgItem(handle(), static_cast<int>(id)); }

@@ -17,6 +17,7 @@ const MessageMap* CFrameWnd::messageMap() const {
       onPlain<&CFrameWnd::onDestroyed>(WM_DESTROY),
       onRaw<&CFrameWnd::onCommand>(WM_COMMAND),
       onRaw<&CFrameWnd::onSysCommand>(WM_SYSCOMMAND),
+      onPlain<&CFrameWnd::onQueryEndSession>(WM_QUERYENDSESSION),
       onRaw<&CFrameWnd::onEndSession>(WM_ENDSESSION),
   };
   static const MessageMap map{entries, CWnd::messageMap()};
@@ -147,7 +148,14 @@ void CFrameWnd::onSetFocus() {
 }
 
 void CFrameWnd::onCloseWindow() {
-  DestroyWindow(handle());
+  if (IsWindowEnabled(handle()))
+    DestroyWindow(handle());
+  else
+    SetForegroundWindow(GetLastActivePopup(handle()));  // a dialog may hold what is nowhere else
+}
+
+LRESULT CFrameWnd::onQueryEndSession() {
+  return IsWindowEnabled(handle());
 }
 
 void CFrameWnd::onDestroyed() {

@@ -52,6 +52,7 @@ class CFrameWnd : public CWnd {
   void onCloseWindow();
   void onDestroyed();
   LRESULT onCommand(WPARAM wParam, LPARAM lParam);
+  LRESULT onQueryEndSession();
   void onEndSession(WPARAM ending, LPARAM reason);
   LRESULT onSysCommand(WPARAM wParam, LPARAM lParam);
 

@@ -64,6 +64,11 @@ class CWnd : public CCmdTarget {
 
 // The text of any window, in UTF-8.
 std::string windowText(HWND window);
+// A point of the window's client area on the screen.
+inline POINT toScreen(HWND window, POINT point) {
+  ClientToScreen(window, &point);
+  return point;
+}
 
 // While it lives, the next window created on this thread is attached to `window` before its first message,
 // so that WM_CREATE and WM_INITDIALOG reach the object as well.

@@ -2,7 +2,7 @@
 
 #include "framework/text.h"
 #include "list/list_state.h"
-#include "skin/setting_text.h"
+#include "store/leading_number.h"
 
 namespace list {
 namespace {
@@ -43,7 +43,7 @@ ListSorter::ListSorter(framework::CListView& list, int column, std::string_view 
   } else if (kind == numberKind) {
     numbers_.resize(texts.size());
     for (std::size_t row = 0; row < texts.size(); ++row)
-      numbers_[row].value = skin::leadingNumber(texts[row]);
+      numbers_[row].value = store::leadingNumber(texts[row]);
     lendKeys(numbers_);
   }
 }

@@ -28,7 +28,7 @@ const framework::MessageMap* CQuilletView::messageMap() const {
       framework::onMouse<&CQuilletView::onMouseMove>(WM_MOUSEMOVE),
       framework::onMouse<&CQuilletView::onLButtonUp>(WM_LBUTTONUP),
       framework::onKey<&CQuilletView::onKeyDown>(WM_KEYDOWN),
-      framework::onPlain<&CQuilletView::onCaptureChanged>(WM_CAPTURECHANGED),
+      framework::onRaw<&CQuilletView::onCaptureChanged>(WM_CAPTURECHANGED),
       framework::onReflected<&CQuilletView::onClick>(static_cast<UINT>(NM_CLICK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_DBLCLK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_RETURN)),

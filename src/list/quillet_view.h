@@ -31,6 +31,9 @@ class CQuilletView : public framework::CListView {
     dropTarget_ = &dropTarget;
   }
 
+  // Ends a drag of rows without a drop; for whoever changes what the list shows.
+  void cancelDrag() { endDrag(); }
+
   // What opens a message for reading; given the slot of the message's record.
   void setOpenHandler(std::function<void(int slot)> open) { open_ = std::move(open); }
 
@@ -64,7 +67,7 @@ class CQuilletView : public framework::CListView {
   void onMouseMove(UINT keys, POINT point);
   void onLButtonUp(UINT keys, POINT point);
   void onKeyDown(UINT key);
-  void onCaptureChanged();
+  void onCaptureChanged(WPARAM, LPARAM taker);
   void endDrag();
 
   // Writes the order of the rows into the PC folder that they show.

@@ -27,7 +27,9 @@ using framework::toWide;
 bool consents(HWND owner, bool all) {
   skin::DeleteConfirmDialog question;
   question.deleteAll = all ? 1 : 0;
-  return question.doModal(owner) != IDCANCEL;
+  const INT_PTR answer = question.doModal(owner);
+  // Only Cancel refuses, but a question that nobody has seen has not been answered.
+  return answer > 0 && answer != IDCANCEL;
 }
 
 std::optional<store::Folder> selectedPcFolder() {

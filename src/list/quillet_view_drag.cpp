@@ -9,11 +9,6 @@ namespace {
 // Where in its image the pointer holds the dragged row.
 constexpr int hotSpot = 8;
 
-POINT toScreen(HWND window, POINT point) {
-  ClientToScreen(window, &point);
-  return point;
-}
-
 }  // namespace
 
 LRESULT CQuilletView::onBeginDrag(NMLISTVIEW& begin) {
@@ -27,7 +22,7 @@ LRESULT CQuilletView::onBeginDrag(NMLISTVIEW& begin) {
   drag.image.reset(ListView_CreateDragImage(handle(), begin.iItem, &origin));
   if (drag.image) {
     ImageList_BeginDrag(drag.image.get(), 0, hotSpot, hotSpot);
-    const POINT at = toScreen(handle(), begin.ptAction);
+    const POINT at = framework::toScreen(handle(), begin.ptAction);
     ImageList_DragEnter(nullptr, at.x, at.y);
   }
   drag.dragging = true;
@@ -42,7 +37,7 @@ void CQuilletView::onMouseMove(UINT, POINT point) {
     defaultProcessing();
     return;
   }
-  const POINT at = toScreen(handle(), point);
+  const POINT at = framework::toScreen(handle(), point);
   ImageList_DragMove(at.x, at.y);
   ImageList_DragShowNolock(FALSE);
   drag.target = WindowFromPoint(at);
@@ -55,14 +50,16 @@ void CQuilletView::onMouseMove(UINT, POINT point) {
 
 void CQuilletView::onLButtonUp(UINT, POINT point) {
   DragState& drag = listState().drag;
-  const bool ended = drag.dragging && drag.source == handle();
-  defaultProcessing();
-  if (!ended || !drag.dragging) return;
-  const POINT at = toScreen(handle(), point);
+  if (!drag.dragging || drag.source != handle()) {
+    defaultProcessing();
+    return;
+  }
+  const POINT at = framework::toScreen(handle(), point);
   drag.dropPoint = at;
   drag.target = WindowFromPoint(at);
   const bool overTarget = dropTarget_->isAt(at);
-  endDrag();
+  endDrag();  // first: the control gives the mouse back by itself
+  defaultProcessing();
   if (overTarget) dropTarget_->drop(at);
 }
 
@@ -74,8 +71,8 @@ void CQuilletView::onKeyDown(UINT key) {
 }
 
 // Another window has taken the mouse: the drag is over, and nothing has changed.
-void CQuilletView::onCaptureChanged() {
-  endDrag();
+void CQuilletView::onCaptureChanged(WPARAM, LPARAM taker) {
+  if (reinterpret_cast<HWND>(taker) != handle()) endDrag();
   defaultProcessing();
 }
 

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <limits>
 
-#include "skin/setting_text.h"
+#include "store/leading_number.h"
 
 namespace list {
 namespace {
@@ -54,12 +54,12 @@ std::vector<std::string> textSortKeys(std::span<const std::string> texts, const 
 }
 
 std::int32_t dateValue(std::string_view text) {
-  const int year = skin::leadingNumber(part(text, 7, 4));
+  const int year = store::leadingNumber(part(text, 7, 4));
   if (year < 1971) return 0;
   std::tm date{};
   date.tm_year = year - 1900;
   date.tm_mon = monthOf(part(text, 0, 3));
-  date.tm_mday = skin::leadingNumber(part(text, 4, 2));
+  date.tm_mday = store::leadingNumber(part(text, 4, 2));
   date.tm_isdst = -1;
   const std::time_t seconds = std::mktime(&date);
   return static_cast<std::int32_t>(

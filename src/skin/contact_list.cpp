@@ -30,8 +30,11 @@ LRESULT CContactList::onKeyDown(UINT key) {
 }
 
 LRESULT CContactList::onDoubleClick(NMHDR&) {
-  if (const int row = nextSelected(-1); row >= 0 && picked_)
-    picked_->appendIfMissing(itemText(row, numberColumn));
+  const int row = nextSelected(-1);
+  if (row < 0 || !picked_) return 0;
+  const std::string number = itemText(row, numberColumn);
+  // A number with a separator in it would be two.
+  if (number.find(';') == std::string::npos) picked_->appendIfMissing(number);
   return 0;
 }
 

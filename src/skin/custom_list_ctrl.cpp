@@ -12,21 +12,6 @@ namespace {
 
 using framework::toWide;
 
-// Stops the list's drawing while it lives.
-class DrawingLock {
- public:
-  explicit DrawingLock(HWND window) : window_(window) { SendMessageW(window, WM_SETREDRAW, FALSE, 0); }
-  ~DrawingLock() {
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(window_, nullptr, TRUE);
-  }
-  DrawingLock(const DrawingLock&) = delete;
-  DrawingLock& operator=(const DrawingLock&) = delete;
-
- private:
-  HWND window_;
-};
-
 // A text longer than this is not compared whole by the list's own search.
 constexpr std::size_t longestSearchedText = 258;
 
@@ -144,7 +129,7 @@ int CCustomListCtrl::deleteItems(unsigned mask) {
   endEdit(false);
   const int count = itemCount();
   if (mask == 0) return 0;
-  const DrawingLock lock(handle());
+  const framework::CRedrawLock lock(*this);
   if (mask == anyRow) {
     ListView_DeleteAllItems(handle());
     records_.clear();

@@ -13,6 +13,18 @@ bool isDown(int key) {
   return GetKeyState(key) < 0;
 }
 
+// Characters of the text that a paste would bring.
+std::size_t clipboardLength(HWND window) {
+  std::size_t length = 0;
+  if (!OpenClipboard(window)) return length;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    if (const auto* text = static_cast<const wchar_t*>(GlobalLock(data))) length = wcslen(text);
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return length;
+}
+
 }  // namespace
 
 const framework::MessageMap* CNumberEntry::messageMap() const {
@@ -20,6 +32,7 @@ const framework::MessageMap* CNumberEntry::messageMap() const {
   static constexpr MessageEntry entries[] = {
       onKey<&CNumberEntry::onChar>(WM_CHAR),
       onKey<&CNumberEntry::onKeyDown>(WM_KEYDOWN),
+      onPlain<&CNumberEntry::onPaste>(WM_PASTE),
   };
   static const MessageMap map{entries, CWnd::messageMap()};
   return &map;
@@ -54,6 +67,18 @@ LRESULT CNumberEntry::onKeyDown(UINT key) {
     default:
       return defaultProcessing();
   }
+}
+
+// An edit box takes as much of a paste as it has room for. Half a number would reach somebody else.
+LRESULT CNumberEntry::onPaste() {
+  DWORD begin = 0;
+  DWORD end = 0;
+  send(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+  const auto kept = static_cast<std::size_t>(GetWindowTextLengthW(handle())) - (end - begin);
+  if (kept + clipboardLength(handle()) <= static_cast<std::size_t>(send(EM_GETLIMITTEXT)))
+    return defaultProcessing();
+  MessageBeep(MB_ICONWARNING);
+  return 0;
 }
 
 }  // namespace skin

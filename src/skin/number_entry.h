@@ -5,7 +5,7 @@
 namespace skin {
 
 // An edit box for phone numbers: of what is typed it takes digits, ";", "+", "-" and "." only. What is pasted
-// is not filtered. The member of a dialog.
+// is not filtered, but taken whole or not at all. The member of a dialog.
 class CNumberEntry : public framework::CWnd {
  public:
   CNumberEntry() = default;
@@ -19,6 +19,7 @@ class CNumberEntry : public framework::CWnd {
  private:
   LRESULT onChar(UINT character);
   LRESULT onKeyDown(UINT key);
+  LRESULT onPaste();
 };
 
 }  // namespace skin

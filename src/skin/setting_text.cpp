@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
 
 namespace skin {
 namespace {
@@ -64,18 +63,6 @@ std::optional<std::array<int, 4>> parseRect(std::string_view value) {
     if (!last) value.remove_prefix(comma + 1);
   }
   return rect;
-}
-
-int leadingNumber(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\f\v"), text.size()));
-  const bool negative = text.starts_with('-');
-  if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
-  long long number = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') break;
-    number = std::min(number * 10 + (c - '0'), 1LL + std::numeric_limits<int>::max());
-  }
-  return static_cast<int>(negative ? -number : std::min<long long>(number, std::numeric_limits<int>::max()));
 }
 
 }  // namespace skin

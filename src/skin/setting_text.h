@@ -15,7 +15,4 @@ std::optional<std::string> findSetting(std::string_view text, std::string_view s
 // left, top, right, bottom from four comma-separated integers; nothing for any other form.
 std::optional<std::array<int, 4>> parseRect(std::string_view value);
 
-// The number that a text begins with, as atoi reads it, held within the range of int; 0 when there is none.
-int leadingNumber(std::string_view text);
-
 }  // namespace skin

@@ -8,6 +8,7 @@
 #include <limits>
 #include <string>
 
+#include "store/leading_number.h"
 #include "store/store_format.h"
 #include "store/utf8.h"
 
@@ -34,19 +35,6 @@ char lowered(char c) {
 
 bool equalInAnyCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, {}, lowered, lowered);
-}
-
-std::int32_t leadingInteger(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\v\f\r"), text.size()));
-  const bool negative = text.starts_with('-');
-  if (negative || text.starts_with('+')) text.remove_prefix(1);
-  std::int64_t value = 0;
-  for (const char c : text) {
-    if (c < '0' || c > '9') break;
-    value = std::min<std::int64_t>(value * 10 + (c - '0'), std::int64_t{1} << 31);
-  }
-  if (negative) return static_cast<std::int32_t>(-value);
-  return static_cast<std::int32_t>(std::min<std::int64_t>(value, std::numeric_limits<std::int32_t>::max()));
 }
 
 // Whether the writer makes this very value, from a number or for a message that has none.
@@ -153,7 +141,7 @@ class Reader {
         record.Time = value;
         break;
       default:
-        record.Index = leadingInteger(value);
+        record.Index = leadingNumber(value);
         if (!isWrittenIndex(value, record.Index)) shape_.whole = false;
     }
     field_ = (field_ + 1) % lineKeys.size();
@@ -164,7 +152,7 @@ class Reader {
     SmsRecord& record = table_[table_.size() - 1];
     if (field_ == 1) record.Phone = record.Content;
     if (field_ <= 2) record.Time = record.Phone;
-    record.Index = leadingInteger(record.Time);
+    record.Index = leadingNumber(record.Time);
   }
 
   std::string_view section_;

@@ -179,13 +179,13 @@ void CLeftView::setColumnsFor(HTREEITEM item) {
   const UINT heading = headed && list::namesSender(*headed) ? IDS_SENDER : IDS_RECEIVER;
   list_.setPhoneHeading(framework::loadString(heading));
   const auto shown = store::folderOfItem(state, item);
-  outboxColumns_ = shown && !list::showsTime(*shown);
-  list_.setTimeColumnShown(!outboxColumns_);
+  list_.setTimeColumnShown(!shown || list::showsTime(*shown));
 }
 
 LRESULT CLeftView::onSelectionChanging(NMTREEVIEWW& change) {
   store::FolderState& state = store::folderState();
   const HTREEITEM item = change.itemNew.hItem;
+  list_.cancelDrag();
   state.selectedItem = item;
   if (!state.windows98Mode) state.lastSelectedItem = item;
   state.selectedPath = itemPath(item);

@@ -78,6 +78,8 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   void dragOver(POINT screen) override;
   void dragLeft() override;
   void drop(POINT screen) override;
+  // As replaceRecords, with the text for the case that the file cannot be written.
+  bool rewriteFolder(store::Folder folder, std::vector<store::SmsRecord> records, UINT failure);
   // Files the selected rows in the folder that they were dropped on.
   void transfer();
 
@@ -85,7 +87,7 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   void onMouseMove(UINT keys, POINT point);
   void onLButtonUp(UINT keys, POINT point);
   HTREEITEM itemAt(POINT screen) const;
-  void highlight(HTREEITEM item) { TreeView_SelectDropTarget(handle(), item); }
+  void highlight(HTREEITEM item);
 
   bool onCreated(const CREATESTRUCTW& c);
   void onDestroyed();
@@ -103,8 +105,7 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   std::array<store::StoreFile, 3> stores_;  // PInbox, PSent, PDraft
   std::optional<skin::GdiplusSession> gdiplus_;
   framework::UniqueImageList images_;
-  bool clickSelect_ = false;    // a folder has been picked with the mouse
-  bool outboxColumns_ = false;  // the list's time column is hidden for the handset outbox
+  bool clickSelect_ = false;  // a folder has been picked with the mouse
 };
 
 }  // namespace tree

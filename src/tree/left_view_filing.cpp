@@ -17,16 +17,15 @@ using list::listState;
 // Where in its image the pointer holds a dragged folder.
 constexpr int hotSpot = -15;
 
-POINT toScreen(HWND window, POINT point) {
-  ClientToScreen(window, &point);
-  return point;
-}
-
 }  // namespace
 
 bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) {
+  return rewriteFolder(folder, std::move(records), IDS_CANNOT_CHANGE);
+}
+
+bool CLeftView::rewriteFolder(store::Folder folder, std::vector<store::SmsRecord> records, UINT failure) {
   const store::WriteResult written = storeFile(folder).rewrite(records);
-  services_.reportWrite(written, IDS_CANNOT_CHANGE);
+  services_.reportWrite(written, failure);
   if (!written.ok()) return false;
   tables_[folder] = store::FolderTable(std::move(records));
   setCount(folder);
@@ -54,6 +53,12 @@ void CLeftView::dragOver(POINT screen) {
   listState().drag.dropItem = item;
 }
 
+void CLeftView::highlight(HTREEITEM item) {
+  if (TreeView_GetDropHilight(handle()) == item) return;
+  TreeView_SelectDropTarget(handle(), item);
+  UpdateWindow(handle());  // now, while the drag image is hidden
+}
+
 void CLeftView::dragLeft() {
   highlight(nullptr);
   store::folderState().selectedItem = selectedItem();
@@ -70,6 +75,8 @@ void CLeftView::transfer() {
   const auto source = store::folderOfItem(state, listState().drag.dragItem);
   const auto target = store::folderOfItem(state, listState().drag.dropItem);
   if (!source || !target || !store::isOnPc(*target) || source == target) return;
+  // The rows are those of the selected folder, whatever was dragged.
+  if (source != store::selectedFolder(state)) return;
   const std::vector<std::size_t> slots = list_.selectedSlots();
   if (slots.empty()) return;
 
@@ -79,7 +86,7 @@ void CLeftView::transfer() {
   // The target first: whatever happens in between, no message is in neither folder.
   if (!replaceRecords(*target, std::move(planned.target))) return;
   if (move) {
-    if (!replaceRecords(*source, std::move(planned.source))) return;
+    if (!rewriteFolder(*source, std::move(planned.source), IDS_IN_BOTH_FOLDERS)) return;
     list_.removeRows(slots);
   }
   showStatus(
@@ -94,7 +101,7 @@ LRESULT CLeftView::onBeginDrag(NMTREEVIEWW& begin) {
   drag.image.reset(TreeView_CreateDragImage(handle(), begin.itemNew.hItem));
   if (drag.image) {
     ImageList_BeginDrag(drag.image.get(), 0, hotSpot, hotSpot);
-    const POINT at = toScreen(handle(), begin.ptDrag);
+    const POINT at = framework::toScreen(handle(), begin.ptDrag);
     ImageList_DragEnter(nullptr, at.x, at.y);
   }
   drag.dragging = true;
@@ -104,7 +111,7 @@ LRESULT CLeftView::onBeginDrag(NMTREEVIEWW& begin) {
 
 void CLeftView::onMouseMove(UINT, POINT point) {
   if (listState().drag.dragging) {
-    const POINT at = toScreen(handle(), point);
+    const POINT at = framework::toScreen(handle(), point);
     ImageList_DragMove(at.x, at.y);
     ImageList_DragShowNolock(FALSE);
     dragOver(at);
@@ -121,7 +128,7 @@ void CLeftView::onLButtonUp(UINT, POINT point) {
   ImageList_DragLeave(handle());
   ImageList_EndDrag();
   drag.image.reset();
-  drag.dropPoint = toScreen(handle(), point);
+  drag.dropPoint = framework::toScreen(handle(), point);
   drag.target = WindowFromPoint(drag.dropPoint);
   drop(drag.dropPoint);
 }

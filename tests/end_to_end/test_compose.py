@@ -365,7 +365,9 @@ class Layout(Dialogs):
         self.assertEqual(control_of(book, ADD)["rect"], [x, y + 5, 70, 25])
         self.leave()
 
-    def test_dialogs_open_in_the_middle_of_the_window(self):
+    def test_dialog_without_a_place_opens_in_the_middle_of_the_window(self):
+        skin = self.folder / "Skin/Default/SMS/skin.ini"
+        skin.write_text(skin.read_text().replace("DlgRect", "Nothing"))
         program, dialog = self.compose()
         main = program.look().main["rect"]
         for i in (0, 1):

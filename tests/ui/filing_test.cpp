@@ -186,7 +186,6 @@ TEST_F(Filing, OnlyCancelRefusesToDelete) {
 }
 
 TEST_F(Filing, DeletionThatFailsStopsAndSaysSo) {
-  app_.list();
   select({0, 1, 2});
   const HANDLE held = lock("pcInbox.dat");
   {
@@ -278,6 +277,20 @@ TEST_F(Filing, LosingTheMouseEndsTheDrag) {
   ReleaseCapture();
 }
 
+TEST_F(Filing, ChangeOfFolderEndsTheDrag) {
+  folder_.write("pcSent.dat", storeOf("PCSENT", {echo}));
+  app_.tree().reload(Folder::PSent);
+  const std::string before = folder_.read("pcInbox.dat");
+  select({0});
+  beginDrag(0);
+  app_.selectFolder(Folder::PSent);
+  EXPECT_FALSE(list::listState().drag.dragging);
+  select({0});
+  mouse(WM_LBUTTONUP, overFolder(Folder::PDraft));
+  EXPECT_EQ(app_.label(Folder::PDraft), "Draft(0)");
+  EXPECT_EQ(folder_.read("pcInbox.dat"), before);
+}
+
 TEST_F(Filing, MoveThatFailsLosesNothing) {
   const std::string before = folder_.read("pcInbox.dat");
   folder_.write("pcSent.dat", storeOf("PCSENT", {echo}));
@@ -305,19 +318,24 @@ TEST_F(Filing, MoveThatFailsLosesNothing) {
 
 TEST_F(Filing, SaveAppendsTheSelectedFromTheLastRowUp) {
   const std::string path = folder_.path() + "saved.txt";
-  const auto save = [&] {
-    const DialogVisit visit({[&](HWND dialog) {
+  const auto save = [&](std::vector<DialogVisit::Step> further) {
+    further.insert(further.begin(), [&](HWND dialog) {
       const HWND combo = GetDlgItem(dialog, 0x47c);
       const HWND name = combo ? combo : GetDlgItem(dialog, 0x480);
       ASSERT_NE(name, nullptr);
       SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(framework::toWide(path).c_str()));
       PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    }});
+    });
+    const DialogVisit visit(std::move(further));
     app_.frame()->send(WM_COMMAND, ID_SAVE);
   };
   select({0, 2, 4});
-  save();
+  save({});
   EXPECT_EQ(folder_.read("saved.txt"), group(echo) + group(alpha) + group(delta));
+  // Into the same file again, once it may be: behind what is there.
+  select({1});
+  save({[](HWND question) { EndDialog(question, IDYES); }});
+  EXPECT_EQ(folder_.read("saved.txt"), group(echo) + group(alpha) + group(delta) + group(bravo));
 }
 
 TEST_F(Filing, DeletingHalfOfAThousandIsDoneInSeconds) {

@@ -235,6 +235,38 @@ TEST_F(MessageDialogs, PicksReceiversFromBothPhonebooks) {
   EXPECT_EQ(sent(0).phone, "400");
 }
 
+TEST_F(MessageDialogs, WindowDoesNotCloseOverATextInTheMaking) {
+  newMessage({compose("123", "text"), [this](HWND) { app_.frame()->send(WM_CLOSE); },
+              [this](HWND dialog) {
+                EXPECT_NE(app_.frame()->handle(), nullptr);
+                EXPECT_EQ(app_.frame()->send(WM_QUERYENDSESSION), 0);
+                EXPECT_EQ(textOf(dialog, IDC_MESSAGE_CONTENT), "text");
+                enter(dialog, IDC_MESSAGE_CONTENT, "");
+              },
+              press(IDC_MESSAGE_CANCEL)});
+}
+
+TEST_F(MessageDialogs, PasteIsTakenWholeOrNotAtAll) {
+  const auto paste = [](const std::string& text) {
+    return [text](HWND dialog) {
+      const std::wstring wide = toWide(text);
+      ASSERT_TRUE(OpenClipboard(dialog));
+      EmptyClipboard();
+      const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (wide.size() + 1) * sizeof(wchar_t));
+      memcpy(GlobalLock(memory), wide.c_str(), (wide.size() + 1) * sizeof(wchar_t));
+      GlobalUnlock(memory);
+      SetClipboardData(CF_UNICODETEXT, memory);
+      CloseClipboard();
+      SendMessageW(item(dialog, IDC_RECEIVERS), WM_PASTE, 0, 0);
+    };
+  };
+  const std::string longest(120, '7');
+  newMessage({paste(longest), paste("123456"),
+              [&](HWND dialog) { EXPECT_EQ(textOf(dialog, IDC_RECEIVERS), longest); }, paste("12345"),
+              [&](HWND dialog) { EXPECT_EQ(textOf(dialog, IDC_RECEIVERS), longest + "12345"); },
+              press(IDC_MESSAGE_CANCEL)});
+}
+
 TEST_F(MessageDialogs, AddressBookWithoutAPhonebookStillEditsTheChosen) {
   folder_.script().phonebookResult = 0;
   newMessage({compose(";;", "x"), press(IDC_CONTACT),

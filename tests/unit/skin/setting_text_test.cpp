@@ -44,16 +44,4 @@ TEST(ParseRect, TakesFourIntegersOnly) {
     EXPECT_EQ(skin::parseRect(broken), std::nullopt) << broken;
 }
 
-TEST(LeadingNumber, ReadsAsAtoiWithinTheRangeOfInt) {
-  struct Case {
-    const char* text;
-    int number;
-  };
-  for (const Case& c :
-       {Case{"12", 12}, Case{"  +7 apples", 7}, Case{"-3", -3}, Case{"words", 0}, Case{"", 0}, Case{"- 4", 0},
-        Case{"2147483647", 2147483647}, Case{"99999999999999999999", 2147483647},
-        Case{"-2147483648", -2147483647 - 1}, Case{"-99999999999999999999", -2147483647 - 1}})
-    EXPECT_EQ(skin::leadingNumber(c.text), c.number) << c.text;
-}
-
 }  // namespace
