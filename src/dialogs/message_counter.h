@@ -14,11 +14,12 @@ struct MessageCount {
   bool needsUcs2 = false;     // some character is beyond ASCII
   std::size_t charCount = 0;  // characters; 16-bit ones when needsUcs2
   bool isCut = false;
-  std::u16string cut;  // what is left of a text that was too long, when isCut
+  std::u16string cut;  // what is left of the text, when isCut
 };
 
 // Counts a text as the field holds it, line ends as the two characters they are. A text that needs 16-bit
-// characters is cut at 70 of them; a character that takes two is kept whole or left out whole.
+// characters is cut at 70 of them; a character that takes two is kept whole or left out whole, and half of
+// one, as a deletion can leave it, is left out.
 MessageCount countMessage(std::u16string_view text);
 
 // "5/160" or "5/70"

@@ -34,6 +34,11 @@ constexpr skin::ControlPlace places[] = {
     {"DlgRect", skin::theDialog},
 };
 
+std::u16string typedText(HWND field) {
+  const std::wstring text = framework::windowWideText(field);
+  return {text.begin(), text.end()};
+}
+
 }  // namespace
 
 NewMessageDialog::NewMessageDialog(ComposeServices services)
@@ -69,7 +74,7 @@ bool NewMessageDialog::onInitDialog() {
 }
 
 void NewMessageDialog::onContentChanged() {
-  const MessageCount count = countMessage(phonelink::utf16FromUtf8(itemText(IDC_MESSAGE_CONTENT)));
+  const MessageCount count = countMessage(typedText(item(IDC_MESSAGE_CONTENT)));
   needsUcs2_ = count.needsUcs2;
   if (count.isCut) {
     const HWND field = item(IDC_MESSAGE_CONTENT);

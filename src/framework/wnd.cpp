@@ -150,10 +150,14 @@ LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LP
   return result;
 }
 
-std::string windowText(HWND window) {
+std::wstring windowWideText(HWND window) {
   std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
   wide.resize(static_cast<std::size_t>(GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()))));
-  return toUtf8(wide);
+  return wide;
+}
+
+std::string windowText(HWND window) {
+  return toUtf8(windowWideText(window));
 }
 
 CreationScope::CreationScope(CWnd& window)

@@ -62,8 +62,9 @@ class CWnd : public CCmdTarget {
   Current current_{};
 };
 
-// The text of any window, in UTF-8.
+// The text of any window, in UTF-8, and as the window holds it.
 std::string windowText(HWND window);
+std::wstring windowWideText(HWND window);
 // A point of the window's client area on the screen.
 inline POINT toScreen(HWND window, POINT point) {
   ClientToScreen(window, &point);

@@ -31,6 +31,8 @@ TEST(MessageCounter, SwitchesBetween160And70AndCutsAt70) {
            Case{wide(68) + face, "70/70", {}},
            Case{wide(68) + face + u"y", "70/70", wide(68) + face},
            Case{wide(69) + face, "69/70", wide(69)},  // half of a pair is nothing
+           Case{u"a\xD83D", "1/160", u"a"},  // what is left of a character when half of it is deleted
+           Case{std::u16string(u"\xDE00") + u"é" + face, "3/70", u"é" + face},
            Case{std::u16string(100, u'x') + u"ж", "70/70", std::u16string(70, u'x')},
        }) {
     const MessageCount count = countMessage(c.text);
