@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The default alphabet of short messages with its extension table. Septets are kept one to a byte, packed
+// only on their way into a message.
+namespace handset::at {
+
+using Septets = std::vector<std::uint8_t>;
+using Octets = std::span<const std::uint8_t>;
+
+// Announces a character of the extension table; the two septets belong together.
+inline constexpr std::uint8_t escapeSeptet = 0x1B;
+
+// Never fails: what the extension table lacks is read from the default one, a lone escape is a blank. Only
+// the lower seven bits of each byte count.
+std::u16string textFromSeptets(Octets septets);
+
+// nullopt when the alphabet lacks a character.
+std::optional<Septets> septetsFromText(std::u16string_view text);
+
+// Eight septets in seven octets, the first bit `fillBits` (0-6) into the first octet.
+std::vector<std::uint8_t> packSeptets(Octets septets, std::size_t fillBits);
+
+// Fewer than `count` when the octets end before.
+Septets unpackSeptets(Octets octets, std::size_t count, std::size_t fillBits);
+
+}  // namespace handset::at
