@@ -1,0 +1,78 @@
+// Who may include whom, proved from the sources.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Rooms = std::set<std::string>;
+
+// The rooms that each room may include, besides itself.
+const std::map<std::string, Rooms> allowed{
+    {"store", {}},
+    {"framework", {}},
+    {"phonelink", {"store", "framework"}},
+    {"skin", {"store", "framework", "resources"}},
+    {"list", {"skin", "phonelink", "store", "framework", "resources"}},
+    {"tree", {"list", "skin", "phonelink", "store", "framework", "resources"}},
+    {"dialogs", {"list", "skin", "phonelink", "store", "framework", "resources"}},
+    {"app", {"dialogs", "tree", "list", "skin", "phonelink", "store", "framework", "resources"}},
+};
+
+// Calls visit(file, included name) for every include with quotes or angle brackets below a folder.
+template <class Visit>
+void forEachInclude(const fs::path& folder, Visit visit) {
+  const std::regex include("^\\s*#include\\s+[<\"]([^>\"]+)[>\"]");
+  std::size_t files = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp") continue;
+    ++files;
+    std::ifstream file(entry.path());
+    std::smatch found;
+    for (std::string line; std::getline(file, line);)
+      if (std::regex_search(line, found, include)) visit(entry.path(), found[1].str());
+  }
+  EXPECT_GT(files, 0U) << folder;
+}
+
+std::string roomOf(const std::string& included) {
+  return included.substr(0, included.find('/'));
+}
+
+TEST(Rooms, IncludeDownwardsOnly) {
+  const fs::path sources = QUILLET_SOURCES;
+  for (const auto& [room, below] : allowed) {
+    forEachInclude(sources / "src" / room,
+                   [&, room = room, &below = below](const fs::path& file, const std::string& name) {
+                     const std::string other = roomOf(name);
+                     EXPECT_TRUE(!allowed.contains(other) || other == room || below.contains(other))
+                         << file << " includes " << name;
+                     EXPECT_NE(other, "handset") << file;
+                   });
+  }
+}
+
+TEST(Rooms, HandsetSharesOneHeaderWithTheProgram) {
+  forEachInclude(fs::path(QUILLET_SOURCES) / "handset", [](const fs::path& file, const std::string& name) {
+    EXPECT_TRUE(!allowed.contains(roomOf(name)) || name == "phonelink/entry_layouts.h")
+        << file << ' ' << name;
+  });
+}
+
+TEST(Rooms, StoreAndEntryLayoutsKnowNoWindows) {
+  const auto check = [](const fs::path& file, const std::string& name) {
+    EXPECT_NE(name, "windows.h") << file;
+  };
+  forEachInclude(fs::path(QUILLET_SOURCES) / "src" / "store", check);
+  forEachInclude(fs::path(QUILLET_SOURCES) / "src" / "phonelink",
+                 [&](const fs::path& file, const std::string& name) {
+                   if (file.stem() == "entry_layouts") check(file, name);
+                 });
+}
+
+}  // namespace
