@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "handset/at/byte_stream.h"
+#include "handset/at/line_reader.h"
+#include "handset/at/result_codes.h"
+
+namespace handset::at {
+
+// What came back for a command.
+struct Answer {
+  enum class Outcome {
+    ok,
+    refused,   // a final result other than OK
+    timedOut,  // no final result by the deadline, or bytes without end
+    gone       // the line is gone
+  };
+
+  Outcome outcome = Outcome::timedOut;
+  std::vector<std::string>
+      lines;           // between command and final result; neither the echo nor what was unsolicited
+  FinalResult result;  // when ok or refused
+
+  bool ok() const { return outcome == Outcome::ok; }
+};
+
+// Commands and answers on a line. Borrows the line and the clock. Deadlines are absolute: nothing that comes
+// in moves them. Once the line is gone every call returns at once.
+class Channel {
+ public:
+  // Bounds for a line that never stops talking.
+  static constexpr std::size_t mostBytes = 8U << 20U;
+  static constexpr std::size_t mostLines = 20'000;
+
+  Channel(ByteStream& stream, Clock& clock) : stream_{stream}, clock_{clock} {}
+
+  // Sends a command without its CR and waits for its final result. Values in the answer begin with `prefix`
+  // (as in "+CPMS:"; empty: none is expected).
+  Answer command(std::string_view command, std::string_view prefix, int milliseconds);
+
+  // Sends a command that asks for a text, then, when it is asked for, the text and its end; waits for the
+  // final result without sending anything else. When it is not asked for, the command is called off.
+  Answer commandWithText(std::string_view command, std::string_view text, std::string_view prefix,
+                         int promptMilliseconds, int resultMilliseconds);
+
+  // Calls off whatever waits for a text and listens until the line is quiet.
+  void callOff();
+
+  // Asks whether somebody is there: a command that means nothing, answered or not.
+  Answer probe(int milliseconds);
+  // Waits for answers that are overdue, so that none is taken for the next command's.
+  void takeOverdue(int milliseconds);
+
+  bool gone() const { return gone_; }
+  // What has come in since the channel was made.
+  bool heardAnything() const { return heardAnything_; }
+  bool heardMoreThanEcho() const { return heardMoreThanEcho_; }
+
+ private:
+  enum class Await { finalResult, prompt };
+  struct Wait {
+    Await await;
+    std::string_view echo;
+    std::string_view prefix;
+    std::int64_t deadline;
+  };
+
+  bool write(std::string_view bytes);
+  bool read(int milliseconds);
+  // False when the line is gone or the modem does not answer at all.
+  bool prepare();
+  Answer exchange(std::string_view bytes, const Wait& wait);
+  bool belongs(std::string& line, const Wait& wait);
+  void drain(int quietMilliseconds);
+  std::int64_t after(int milliseconds) { return clock_.milliseconds() + milliseconds; }
+
+  ByteStream& stream_;
+  Clock& clock_;
+  LineReader reader_;
+  Companion companion_ = Companion::none;  // of the unsolicited line that came last
+  std::size_t received_ = 0;               // bytes, in this exchange
+  int overdue_ = 0;                        // answers that a deadline passed over
+  bool gone_ = false;
+  bool heardAnything_ = false;
+  bool heardMoreThanEcho_ = false;
+};
+
+}  // namespace handset::at

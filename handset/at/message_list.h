@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "handset/at/joined_messages.h"
+
+namespace handset::at {
+
+// The messages in the lines of a listing, in its order. A header without a message behind it and one that
+// makes no sense give a message too; lines that belong to none are passed over.
+std::vector<StoredPdu> messagesIn(const std::vector<std::string>& lines);
+
+}  // namespace handset::at
