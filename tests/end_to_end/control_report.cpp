@@ -181,7 +181,7 @@ bool hasStyle(HWND control, LONG_PTR style) {
 
 }  // namespace
 
-std::string controlReport(HWND control, HWND focus) {
+std::string controlReport(HWND control, const InputOwners& input) {
   RECT rectangle{};
   RECT client{};
   GetWindowRect(control, &rectangle);
@@ -192,7 +192,8 @@ std::string controlReport(HWND control, HWND focus) {
                    {"text", json::text(textOf(control))},
                    {"visible", json::flag(IsWindowVisible(control))},
                    {"enabled", json::flag(IsWindowEnabled(control))},
-                   {"focused", json::flag(control == focus)},
+                   {"focused", json::flag(control == input.focus)},
+                   {"captured", json::flag(control == input.capture)},
                    {"rect", json::rectangle(rectangle)},
                    {"client", json::rectangle(onScreen(control, client))}};
   if (name == WC_TREEVIEWW) {

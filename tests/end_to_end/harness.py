@@ -46,8 +46,10 @@ def middle(rect):
     return left + width // 2, top + height // 2
 
 
-def click(rect):
-    xdotool(("mousemove", *middle(rect)), ("click", 1))
+def click(rect, held=None):
+    """Clicks the middle; with the key `held` down, "ctrl" or "shift"."""
+    steps = [("click", 1)] if held is None else [("keydown", held), ("click", 1), ("keyup", held)]
+    xdotool(("mousemove", *middle(rect)), *steps)
 
 
 def double_click(rect):
@@ -126,6 +128,10 @@ class Sight:
     @property
     def rows(self):
         return [row["texts"] for row in self.list["rows"]]
+
+    @property
+    def selected_rows(self):
+        return [i for i, row in enumerate(self.list["rows"]) if row["selected"]]
 
     @property
     def titles(self):
@@ -257,6 +263,13 @@ def take_picture(path, rect=None):
     crop = ["-crop", "{2}x{3}+{0}+{1}".format(*rect), "+repage"] if rect else []
     subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, timeout=20,
                    stderr=subprocess.DEVNULL)
+
+
+def pixels(rect):
+    """What the screen shows there, as bytes to compare."""
+    left, top, width, height = rect
+    return subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "-depth", "8",
+                           "rgb:-"], check=True, timeout=20, capture_output=True).stdout
 
 
 class QuilletTest(unittest.TestCase):

@@ -67,11 +67,11 @@ ProgramWindows findWindows() {
   return windows;
 }
 
-HWND focusOf(HWND window) {
+InputOwners inputOwners(HWND window) {
   GUITHREADINFO info{};
   info.cbSize = sizeof(info);
   GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-  return info.hwndFocus;
+  return {info.hwndFocus, info.hwndCapture};
 }
 
 std::vector<HWND> descendants(HWND window) {
@@ -92,7 +92,7 @@ std::string windowReport(HWND window) {
   GetWindowRect(window, &frame);
   GetClientRect(window, &client);
   std::vector<std::string> controls;
-  for (const HWND child : descendants(window)) controls.push_back(controlReport(child, focusOf(window)));
+  for (const HWND child : descendants(window)) controls.push_back(controlReport(child, inputOwners(window)));
   const auto handle = static_cast<long long>(reinterpret_cast<INT_PTR>(window));
   return json::object({{"window", json::number(handle)},
                        {"class", json::text(classOf(window))},
