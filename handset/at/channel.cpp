@@ -95,6 +95,7 @@ Answer Channel::exchange(std::string_view bytes, const Wait& wait) {
     }
     if (wait.await == Await::prompt && reader_.takePrompt()) return answerOf(Outcome::ok);
   }
+  heardMoreThanEcho_ = heardMoreThanEcho_ || !wait.echo.starts_with(reader_.begun());
   answer.outcome = gone_ ? Outcome::gone : Outcome::timedOut;
   return answer;
 }

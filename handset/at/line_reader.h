@@ -24,6 +24,9 @@ class LineReader {
   // when next() has nothing more.
   bool takePrompt();
 
+  // Of the line that has no end yet; valid until the next call.
+  std::string_view begun() const { return begun_; }
+
   void clear();
 
  private:
