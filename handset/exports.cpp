@@ -2,8 +2,11 @@
 #include <memory>
 #include <span>
 
+#include "handset/at/at_handset.h"
 #include "handset/library.h"
+#include "handset/serial_port.h"
 #include "handset/simulated/simulated_handset.h"
+#include "handset/system_clock.h"
 #include "handset/windows_code_page.h"
 #include "handset/windows_environment.h"
 
@@ -17,8 +20,10 @@ constexpr int notSent = -1;
 
 // Made by the first call, gone with the library.
 handset::Library& library() {
+  static handset::SystemClock clock;
   static handset::Library instance{
       std::make_unique<handset::SimulatedHandset>(std::make_unique<handset::WindowsEnvironment>()),
+      std::make_unique<handset::at::AtHandset>(handset::openSerialPort, clock),
       std::make_unique<handset::WindowsCodePage>()};
   return instance;
 }

@@ -33,28 +33,31 @@ int fillContacts(const std::optional<std::vector<Contact>>& contacts, std::span<
 
 }  // namespace
 
-Library::Library(std::unique_ptr<Handset> simulated, std::unique_ptr<CodePage> codePage)
-    : simulated_{std::move(simulated)}, codePage_{std::move(codePage)} {}
+Library::Library(std::unique_ptr<Handset> simulated, std::unique_ptr<Handset> real,
+                 std::unique_ptr<CodePage> codePage)
+    : simulated_{std::move(simulated)}, real_{std::move(real)}, codePage_{std::move(codePage)} {}
 
 int Library::open(int port, int baud) {
   close();
-  open_ = port == simulatedPort && simulated_->open(port, baud);
-  return open_ ? 1 : 0;
+  Handset& handset = port == simulatedPort ? *simulated_ : *real_;
+  if (!handset.open(port, baud)) return 0;
+  opened_ = &handset;
+  return 1;
 }
 
 int Library::init() {
-  ready_ = open_ && simulated_->init();
+  ready_ = opened_ && opened_->init();
   return ready_ ? 1 : 0;
 }
 
 void Library::close() {
-  const bool wasOpen = std::exchange(open_, false);
   ready_ = false;
-  if (wasOpen) simulated_->close();
+  if (Handset* const handset = std::exchange(opened_, nullptr)) handset->close();
 }
 
 int Library::setUnicode(int on) {
-  unicode_ = on != 0 && simulated_->offersUnicode();
+  // Asked before any port is opened, so the answer has to hold for both.
+  unicode_ = on != 0 && simulated_->offersUnicode() && real_->offersUnicode();
   return unicode_ ? 1 : 0;
 }
 
@@ -105,19 +108,17 @@ int Library::fillMessages(const std::optional<std::vector<Message>>& messages, s
 
 int Library::receivedMessages(std::span<std::byte> entries) {
   if (!ready_) return 0;
-  return fillMessages<phonelink::messageEntrySize>(simulated_->simReceived(), entries,
-                                                   phonelink::encodeMessage);
+  return fillMessages<phonelink::messageEntrySize>(opened_->simReceived(), entries, phonelink::encodeMessage);
 }
 
 int Library::outgoingMessages(std::span<std::byte> entries) {
   if (!ready_) return 0;
-  return fillMessages<phonelink::messageEntrySize>(simulated_->simOutgoing(), entries,
-                                                   phonelink::encodeMessage);
+  return fillMessages<phonelink::messageEntrySize>(opened_->simOutgoing(), entries, phonelink::encodeMessage);
 }
 
 int Library::handsetMessages(std::span<std::byte> entries) {
   if (!ready_) return 0;
-  return fillMessages<phonelink::handsetEntrySize>(simulated_->phoneMessages(), entries,
+  return fillMessages<phonelink::handsetEntrySize>(opened_->phoneMessages(), entries,
                                                    phonelink::encodeHandsetMessage);
 }
 
@@ -128,11 +129,11 @@ int Library::send(phonelink::MessageBytes entry) {
   if (message.phone.empty() || message.phone.size() > phonelink::phoneCapacity) return notSent;
   const bool wide = unicode_ && message.coding == phonelink::codingUcs2;
   const std::u16string text = wide ? message.wideText() : codePage_->decode(message.narrowText());
-  return simulated_->send(message.phone, phonelink::utf8FromUtf16(text)) ? sent : notSent;
+  return opened_->send(message.phone, phonelink::utf8FromUtf16(text)) ? sent : notSent;
 }
 
 int Library::initPhonebook() {
-  return ready_ && simulated_->initPhonebook() ? 1 : 0;
+  return ready_ && opened_->initPhonebook() ? 1 : 0;
 }
 
 int Library::contacts(std::span<std::byte> buffer) {
@@ -142,7 +143,7 @@ int Library::contacts(std::span<std::byte> buffer) {
                               narrowField(contact.name, phonelink::contactNameCapacity)},
                              bytes);
   };
-  return fillContacts<phonelink::contactEntrySize>(simulated_->simContacts(), buffer, encode);
+  return fillContacts<phonelink::contactEntrySize>(opened_->simContacts(), buffer, encode);
 }
 
 int Library::wideContacts(std::span<std::byte> buffer) {
@@ -152,7 +153,7 @@ int Library::wideContacts(std::span<std::byte> buffer) {
                                   narrowField(contact.number, phonelink::wideContactNumberCapacity)},
                                  bytes);
   };
-  return fillContacts<phonelink::wideContactEntrySize>(simulated_->phoneContacts(), buffer, encode);
+  return fillContacts<phonelink::wideContactEntrySize>(opened_->phoneContacts(), buffer, encode);
 }
 
 }  // namespace handset

@@ -16,13 +16,15 @@ namespace handset {
 inline constexpr int simulatedPort = 0;
 
 // The operations behind the exported functions, on the caller's raw buffers. One per loaded library; used by
-// one thread at a time. Results are those of the exported functions: nonzero for success of open, init and
-// initPhonebook, the number of entries written for reads. Until open and init have both succeeded, reads
-// give 0 and send gives -1. A read writes as many whole entries as fit, 1000 at most, and leaves the
-// rest of the buffer, and the head of a phonebook buffer, as it was.
+// one thread at a time. The simulated port opens one handset, every other port the real one. Results are
+// those of the exported functions: nonzero for success of open, init and initPhonebook, the number of entries
+// written for reads. Until open and init have both succeeded, reads give 0 and send gives -1. A read writes
+// as many whole entries as fit, 1000 at most, and leaves the rest of the buffer, and the head of a phonebook
+// buffer, as it was.
 class Library {
  public:
-  Library(std::unique_ptr<Handset> simulated, std::unique_ptr<CodePage> codePage);
+  Library(std::unique_ptr<Handset> simulated, std::unique_ptr<Handset> real,
+          std::unique_ptr<CodePage> codePage);
 
   int open(int port, int baud);
   int init();
@@ -51,8 +53,9 @@ class Library {
                    Encode encode) const;
 
   std::unique_ptr<Handset> simulated_;
+  std::unique_ptr<Handset> real_;
   std::unique_ptr<CodePage> codePage_;
-  bool open_ = false;
+  Handset* opened_ = nullptr;  // one of the two, while it is open
   bool ready_ = false;
   bool unicode_ = false;
 };

@@ -34,6 +34,7 @@ lay_out() {
   printf '[port]\r\ncom=0\r\n' > "$out/port.ini"
   ship out/mingw/src/app/Quillet.exe Quillet.exe &&
     ship out/mingw/handset/SMS_DLL2.dll SMS_DLL2.dll &&
+    ship out/mingw/handset/findport.exe findport.exe &&
     ship_unless_changed out/port.ini port.ini &&
     ship_unless_changed handset/handset.txt handset.txt || return 1
   [ -f "$root/assets/Skin/Default/SMS/skin.ini" ] || { say "Missing: assets/Skin/Default/SMS/skin.ini."; return 1; }

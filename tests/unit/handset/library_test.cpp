@@ -17,6 +17,39 @@ std::string withText(const std::string& text) {
   return "[message]\ntext = " + text + "\n";
 }
 
+// Stands at one port, holds one message of each kind and notes what it is asked.
+class RealHandset : public Handset {
+ public:
+  static constexpr int port = 12;
+
+  bool open(int where, int baud) override {
+    asked += "open(" + std::to_string(where) + "," + std::to_string(baud) + ") ";
+    return where == port;
+  }
+  bool init() override {
+    asked += "init ";
+    return true;
+  }
+  void close() override { asked += "close "; }
+  bool offersUnicode() override { return unicode; }
+  std::optional<std::vector<Message>> simReceived() override { return listOf("received"); }
+  std::optional<std::vector<Message>> simOutgoing() override { return listOf("outgoing"); }
+  std::optional<std::vector<Message>> phoneMessages() override { return listOf("phone"); }
+  bool send(std::string_view number, std::string_view text) override {
+    asked += "send(" + std::string{number} + "," + std::string{text} + ") ";
+    return true;
+  }
+  bool initPhonebook() override { return true; }
+  std::optional<std::vector<Contact>> simContacts() override { return {{{"sim", "55"}}}; }
+  std::optional<std::vector<Contact>> phoneContacts() override { return std::nullopt; }
+
+  std::string asked;
+  bool unicode = true;
+
+ private:
+  static std::vector<Message> listOf(std::string text) { return {{"55", "", std::move(text), 1, 1}}; }
+};
+
 class LibraryTest : public testing::Test {
  protected:
   bool openWith(const std::string& file) {
@@ -66,7 +99,9 @@ class LibraryTest : public testing::Test {
 
   World world;
   SimulatedHandset* handset = new SimulatedHandset{std::make_unique<FakeEnvironment>(world)};
-  Library library{std::unique_ptr<Handset>{handset}, std::make_unique<FakeCodePage>()};
+  RealHandset* real = new RealHandset;
+  Library library{std::unique_ptr<Handset>{handset}, std::unique_ptr<Handset>{real},
+                  std::make_unique<FakeCodePage>()};
 };
 
 TEST_F(LibraryTest, GivesNothingUnlessOpenAndReady) {
@@ -102,6 +137,37 @@ TEST_F(LibraryTest, GivesNothingUnlessOpenAndReady) {
   ASSERT_TRUE(openWith(content));
   library.close();
   expectClosed("after close");
+}
+
+TEST_F(LibraryTest, AsksTheRealHandsetAtEveryOtherPort) {
+  ASSERT_TRUE(openWith("[message]\ntext=simulated\n"));
+  EXPECT_EQ(received().at(0).narrowText(), "simulated");
+  EXPECT_EQ(real->asked, "");
+  EXPECT_NE(library.open(RealHandset::port, 115200), 0);
+  EXPECT_TRUE(received().empty()) << "not ready yet";
+  EXPECT_NE(library.init(), 0);
+  EXPECT_EQ(received().at(0).narrowText(), "received");
+  EXPECT_EQ(outgoing().at(0).narrowText(), "outgoing");
+  EXPECT_EQ(onHandset().at(0).narrowText(), "phone");
+  EXPECT_NE(library.initPhonebook(), 0);
+  EXPECT_EQ(contacts().size(), 1U);
+  EXPECT_TRUE(wideContacts().empty()) << "could not be read";
+  EXPECT_EQ(send("5550142", 0, "x"), 1);
+  EXPECT_TRUE(handset->simOutgoing()->empty());
+  library.close();
+  library.close();
+  EXPECT_EQ(library.open(3, 9600), 0);
+  EXPECT_EQ(library.init(), 0);
+  EXPECT_EQ(real->asked, "open(12,115200) init send(5550142,x) close open(3,9600) ");
+  ASSERT_TRUE(openWith("[message]\ntext=again\n"));
+  EXPECT_EQ(received().at(0).narrowText(), "again");
+}
+
+TEST_F(LibraryTest, OffersSixteenBitTextsOnlyIfBothHandsetsDo) {
+  real->unicode = false;
+  EXPECT_EQ(library.setUnicode(1), 0);
+  real->unicode = true;
+  EXPECT_NE(library.setUnicode(1), 0);
 }
 
 TEST_F(LibraryTest, FillsTheFieldsOfAnEntry) {

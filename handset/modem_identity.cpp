@@ -1,0 +1,56 @@
+#include "handset/modem_identity.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "handset/at/channel.h"
+
+namespace handset {
+namespace {
+
+using at::Answer;
+
+constexpr std::size_t longestText = 60;
+constexpr int attempts = 3;  // a modem may still have to find its speed, or be in the middle of something
+
+// What can be shown of a line: control characters and what lies beyond ASCII are left out.
+std::string printable(std::string_view line) {
+  std::string text;
+  for (const char c : line)
+    if (c >= ' ' && c <= '~' && text.size() < longestText) text.push_back(c);
+  while (text.starts_with(' ')) text.erase(0, 1);
+  while (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
+// The first line, without the command's name and the quotes that some put around it.
+std::string textOf(const Answer& answer, std::string_view name) {
+  if (!answer.ok() || answer.lines.empty()) return {};
+  std::string_view line = answer.lines.front();
+  if (line.starts_with(name)) line.remove_prefix(name.size());
+  std::string text = printable(line);
+  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
+  return text;
+}
+
+}  // namespace
+
+std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock, int milliseconds) {
+  // Calling off takes less than one of these steps, the rest one each.
+  const int step = milliseconds / (attempts + 4);
+  at::Channel channel{line, clock};
+  channel.callOff();
+  Answer greeting;
+  for (int i = 0; i < attempts && !greeting.ok() && !channel.gone(); ++i) greeting = channel.probe(step);
+  if (!greeting.ok()) return std::nullopt;
+  channel.takeOverdue(step);
+
+  ModemIdentity identity;
+  const Answer manufacturer = channel.command("AT+CGMI", "+CGMI:", step);
+  identity.manufacturer = textOf(manufacturer, "+CGMI:");
+  if (manufacturer.outcome != Answer::Outcome::timedOut)
+    identity.model = textOf(channel.command("AT+CGMM", "+CGMM:", step), "+CGMM:");
+  return identity;
+}
+
+}  // namespace handset
