@@ -1,6 +1,6 @@
-"""Runs the tests of the shipped folder and writes a JUnit report: run.py REPORT.xml [FILTER]
+"""Runs the Python tests in one folder beside this file and writes a JUnit report: run.py FOLDER REPORT.xml [FILTER]
 
-./test e2e starts it, with a screen and a Wine prefix in its environment.
+./test starts it; for end_to_end with a screen and a Wine prefix in its environment.
 """
 
 import pathlib
@@ -14,7 +14,7 @@ import xml.etree.ElementTree as ElementTree
 class Report(unittest.TextTestResult):
     def __init__(self, *arguments, **named):
         super().__init__(*arguments, **named)
-        self.suite = ElementTree.Element("testsuite", name="end_to_end")
+        self.suite = ElementTree.Element("testsuite", name="python")
 
     def startTest(self, test):
         super().startTest(test)
@@ -49,11 +49,11 @@ class Report(unittest.TextTestResult):
 
 
 def main():
-    report, pattern = sys.argv[1], sys.argv[2] if len(sys.argv) > 2 else ""
+    folder, report, pattern = (*sys.argv[1:], "")[:3]
     loader = unittest.TestLoader()
     if pattern:
         loader.testNamePatterns = [f"*{pattern}*"]
-    tests = loader.discover(str(pathlib.Path(__file__).parent))
+    tests = loader.discover(str(pathlib.Path(__file__).parent / folder))
     runner = unittest.TextTestRunner(resultclass=Report, verbosity=2)
     result = runner.run(tests)
     ElementTree.ElementTree(result.suite).write(report, "utf-8", xml_declaration=True)
