@@ -189,11 +189,13 @@ class Program:
             return json.loads(answer.stdout) if answer.returncode == 0 else None
         return Sight(wait_until(ask, "a report of the program's windows"))
 
-    def wait_for_window(self, timeout=20):
+    def wait_for_window(self, timeout=60):
         """Until the window is there and every folder has its count."""
         code = ask_reporter("wait-window", str(timeout), timeout=timeout + 20).returncode
         if code:
-            raise AssertionError("a message box came instead of the window" if code == 2 else "no window came")
+            state = "still running" if self.running() else f"ended with {self.process.returncode}"
+            raise AssertionError(("a message box came instead of the window" if code == 2 else "no window came") +
+                                 f"; the program is {state}")
         return self.look()
 
     def wait_for(self, condition, what, timeout=10):
