@@ -121,12 +121,13 @@ std::optional<std::vector<SubmitPdu>> divided(std::string_view number, bool ucs2
   return pdus;
 }
 
-// One character a line break.
+// A line break becomes one line feed, however it was written.
 std::u16string unitsOf(std::string_view text) {
   std::u16string units;
+  char16_t before = 0;
   for (const char16_t unit : phonelink::utf16FromUtf8(text)) {
-    if (unit == u'\n' && units.ends_with(u'\r')) units.pop_back();
-    units += unit;
+    if (unit != u'\n' || before != u'\r') units += unit == u'\r' ? u'\n' : unit;
+    before = unit;
   }
   return units;
 }
