@@ -43,13 +43,17 @@ bool Channel::read(int milliseconds) {
 }
 
 // Throws away what comes until nothing has come for a while.
-void Channel::drain(int quietMilliseconds) {
+void Channel::drain() {
   const std::int64_t deadline = after(longestDrain);
   received_ = 0;
-  while (read(quietMilliseconds) && clock_.milliseconds() < deadline && received_ <= mostBytes) {
+  while (read(quiet) && clock_.milliseconds() < deadline && received_ <= mostBytes) {
     while (const std::optional<std::string> line = reader_.next({}))
       heardMoreThanEcho_ = heardMoreThanEcho_ || *line != std::string_view{&escapeKey, 1};
   }
+  forget();
+}
+
+void Channel::forget() {
   reader_.clear();
   companion_ = Companion::none;
 }
@@ -82,6 +86,8 @@ Answer Channel::exchange(std::string_view bytes, const Wait& wait) {
     read(static_cast<int>(left));
     while (std::optional<std::string> line = reader_.next(wait.prefix)) {
       if (!belongs(*line, wait)) continue;
+      // Until it is told otherwise, a modem may say its results in figures.
+      if (wait.prefix.empty() && *line == "0") *line = "OK";
       if (wait.await == Await::prompt && line->starts_with('>')) return answerOf(Outcome::ok);
       if (std::optional<FinalResult> result = finalResultIn(*line)) {
         // OK is no invitation to send a text.
@@ -102,11 +108,6 @@ Answer Channel::exchange(std::string_view bytes, const Wait& wait) {
 
 Answer Channel::probe(int milliseconds) {
   Answer answer = exchange("AT\r", {Await::finalResult, "AT", {}, after(milliseconds)});
-  // A modem that says its results in figures answers all the same.
-  if (answer.outcome == Outcome::timedOut && !answer.lines.empty() && answer.lines.back() == "0") {
-    answer.outcome = Outcome::ok;
-    return answer;
-  }
   if (answer.outcome == Outcome::timedOut) ++overdue_;
   return answer;
 }
@@ -116,12 +117,13 @@ void Channel::takeOverdue(int milliseconds) {
   while (overdue_ > 0 && exchange({}, {Await::finalResult, "AT", {}, deadline}).outcome < Outcome::timedOut)
     --overdue_;
   overdue_ = 0;
-  reader_.clear();
+  forget();
 }
 
 bool Channel::prepare() {
-  drain(0);
-  if (overdue_ > 0 && !gone_) {
+  stream_.discardInput();
+  forget();
+  if (overdue_ > 0) {
     if (probe(plainDeadline).outcome >= Outcome::timedOut) return false;
     takeOverdue(overduePatience);
   }
@@ -129,7 +131,7 @@ bool Channel::prepare() {
 }
 
 Answer Channel::command(std::string_view command, std::string_view prefix, int milliseconds) {
-  if (!prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
+  if (gone_ || !prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
   Answer answer =
       exchange(std::string{command} + '\r', {Await::finalResult, command, prefix, after(milliseconds)});
   if (answer.outcome == Outcome::timedOut) ++overdue_;
@@ -138,7 +140,7 @@ Answer Channel::command(std::string_view command, std::string_view prefix, int m
 
 Answer Channel::commandWithText(std::string_view command, std::string_view text, std::string_view prefix,
                                 int promptMilliseconds, int resultMilliseconds) {
-  if (!prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
+  if (gone_ || !prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
   Answer answer =
       exchange(std::string{command} + '\r', {Await::prompt, command, prefix, after(promptMilliseconds)});
   if (!answer.ok()) {
@@ -154,7 +156,7 @@ Answer Channel::commandWithText(std::string_view command, std::string_view text,
 
 void Channel::callOff() {
   if (gone_ || !write(std::string{escapeKey} + '\r')) return;
-  drain(quiet);
+  drain();
 }
 
 }  // namespace handset::at

@@ -77,7 +77,8 @@ class Channel {
   bool prepare();
   Answer exchange(std::string_view bytes, const Wait& wait);
   bool belongs(std::string& line, const Wait& wait);
-  void drain(int quietMilliseconds);
+  void drain();
+  void forget();
   std::int64_t after(int milliseconds) { return clock_.milliseconds() + milliseconds; }
 
   ByteStream& stream_;

@@ -26,12 +26,12 @@ Answer patiently(Channel& channel, Clock& clock, std::string_view command, std::
 std::string checkPin(Channel& channel, Clock& clock) {
   const Answer answer = patiently(channel, clock, "AT+CPIN?", "+CPIN:", isBusy);
   if (answer.outcome == Outcome::refused) {
-    // Without a number it means that the modem does not know the question.
-    return answer.result.number < 0 ? std::string{} : reasonOf(answer.result);
+    // Any other error means that the modem does not know the question.
+    return isSimTrouble(answer.result) ? reasonOf(answer.result) : std::string{};
   }
   if (!answer.ok()) return problemOf(answer);
   const std::string_view wanted = valueOf(answer.lines, "+CPIN:").value_or("READY");
-  return wanted == "READY" ? std::string{} : "the SIM wants its " + std::string{wanted};
+  return wanted == "READY" ? std::string{} : "the handset asks for " + std::string{wanted};
 }
 
 std::vector<std::string> wordsIn(const Answer& answer, std::string_view prefix, Dialect& dialect) {

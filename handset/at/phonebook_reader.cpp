@@ -25,11 +25,6 @@ struct NamedSet {
 constexpr NamedSet characterSets[] = {
     {"UCS2", CharacterSet::ucs2}, {"GSM", CharacterSet::gsm}, {"IRA", CharacterSet::ira}};
 
-// Handsets refuse ranges that hold nothing; only this means that there is no reading at all.
-bool isSimTrouble(const FinalResult& result) {
-  return result.family == FinalResult::Family::equipment && result.number >= 10 && result.number <= 18;
-}
-
 }  // namespace
 
 bool PhonebookReader::fail(std::string problem) {
@@ -103,6 +98,7 @@ std::optional<std::vector<Contact>> PhonebookReader::readEntries(std::string_vie
       answer = channel_.command("AT+CPBR=" + std::to_string(from) + ',' + std::to_string(to),
                                 "+CPBR:", static_cast<int>(left));
     }
+    // Handsets refuse ranges that hold nothing; only without a SIM there is no reading at all.
     if (answer.outcome >= Outcome::timedOut || (!answer.ok() && isSimTrouble(answer.result))) {
       fail(name + problemOf(answer));
       return std::nullopt;

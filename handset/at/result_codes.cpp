@@ -117,6 +117,11 @@ std::string reasonOf(const FinalResult& result) {
   return "the handset refuses (" + result.text + ")";
 }
 
+bool isSimTrouble(const FinalResult& result) {
+  return (result.family == Family::equipment && result.number >= 10 && result.number <= 18) ||
+         (result.family == Family::message && result.number >= 310 && result.number <= 318);
+}
+
 bool isBusy(const FinalResult& result) {
   return (result.family == Family::equipment && result.number == 14) ||
          (result.family == Family::message && result.number == 314);

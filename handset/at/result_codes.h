@@ -30,6 +30,9 @@ Companion companionOf(std::string_view line);
 // An error in words, the modem's own in parentheses.
 std::string reasonOf(const FinalResult& result);
 
+// There is no SIM, or it wants something that a person has to give.
+bool isSimTrouble(const FinalResult& result);
+
 // The SIM or the store is not ready yet; asking again may help.
 bool isBusy(const FinalResult& result);
 

@@ -230,9 +230,10 @@ TEST_F(AtHandsetTest, SaysWhyAPortWillNotDo) {
 
 TEST_F(AtHandsetTest, FindsModemsThatNeedTime) {
   for (const Texts& turns :
-       {Texts{"", ok}, Texts{"", "", "", ok}, Texts{"\r\nERROR\r\n", ok}, Texts{"\r\n0\r\n"}}) {
+       {Texts{"", ok}, Texts{"", "", "", ok}, Texts{"\r\nERROR\r\n", ok}, Texts{"0\r"}}) {
     use(usualModem());
     modem.answers["AT"] = turns;
+    modem.answers["ATE0"] = {turns.back()};
     EXPECT_TRUE(handset.open(3, 115200));
     EXPECT_LE(modem.clock.now, 5000);
     EXPECT_TRUE(handset.init());
@@ -252,10 +253,11 @@ TEST_F(AtHandsetTest, IsReadyOnlyForMessagesAsPdus) {
       {"AT+CMEE=1", {"\r\nCOMMAND NOT SUPPORT\r\n"}, true},
       {"ATV1", {""}, false, "the handset does not answer"},
       {"AT+CPIN?", {refused}, true},
+      {"AT+CPIN?", {"\r\n+CME ERROR: 4\r\n"}, true},
       {"AT+CPIN?", {busy, busy, with("+CPIN: READY")}, true},
       {"AT+CPIN?", {busy}, false, "the SIM is busy (+CME ERROR: 14)"},
       {"AT+CPIN?", {"\r\n+CME ERROR: 10\r\n"}, false, "no SIM (+CME ERROR: 10)"},
-      {"AT+CPIN?", {with("+CPIN: SIM PIN")}, false, "the SIM wants its SIM PIN"},
+      {"AT+CPIN?", {with("+CPIN: SIM PIN")}, false, "the handset asks for SIM PIN"},
       {"AT+CSCS=?", {refused}, true},
       {"AT+CSCS=?", {with("+CSCS: 0")}, true},
       {"AT+CMGF=0", {refused}, false, "no messages as PDUs: the handset refuses (ERROR)"},
