@@ -11,11 +11,12 @@ import tempfile
 import time
 import unittest
 
+from reporter import ask_reporter
+
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 OUT = ROOT / "out"
 SHIPPED = ROOT / "dist" / "Quillet"
 HANDSET = ROOT / "handset" / "handset.txt"
-REPORTER = OUT / "mingw" / "tests" / "end_to_end" / "window_report.exe"
 PICTURES = OUT / "pictures"
 
 NEW, SAVE, DELETE, DELETE_ALL, REFRESH = 32771, 32773, 32774, 32775, 32783
@@ -71,13 +72,10 @@ def drag(start, end):
     xdotool(ways[0], ("mousedown", 1), *ways[1:], ("mouseup", 1))
 
 
-def ask_reporter(*words, standard_input=b"", timeout=40):
-    return subprocess.run(["wine", str(REPORTER), *words], input=standard_input, capture_output=True, timeout=timeout)
-
-
 def paste(text):
     """Puts the text on the clipboard and presses the keys for it."""
-    wait_until(lambda: ask_reporter("copy", standard_input=text.encode()).returncode == 0, "the clipboard to be free")
+    data = text.encode()
+    wait_until(lambda: ask_reporter(f"copy {len(data)}", attached=data).code == 0, "the clipboard to be free")
     key("ctrl+v")
 
 
@@ -186,12 +184,12 @@ class Program:
         """What is on the screen now. Asked again while a window comes or goes."""
         def ask():
             answer = ask_reporter("report")
-            return json.loads(answer.stdout) if answer.returncode == 0 else None
+            return json.loads(answer.text) if answer.code == 0 else None
         return Sight(wait_until(ask, "a report of the program's windows"))
 
     def wait_for_window(self, timeout=60):
         """Until the window is there and every folder has its count."""
-        code = ask_reporter("wait-window", str(timeout), timeout=timeout + 20).returncode
+        code = ask_reporter(f"wait-window {timeout}", timeout=timeout + 20).code
         if code:
             state = "still running" if self.running() else f"ended with {self.process.returncode}"
             raise AssertionError(("a message box came instead of the window" if code == 2 else "no window came") +

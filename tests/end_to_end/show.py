@@ -4,7 +4,8 @@ import json
 import pathlib
 import sys
 
-from harness import Sight, ask_reporter, take_picture, texts_of
+from harness import Sight, take_picture, texts_of
+from reporter import ask_reporter
 
 
 def describe(sight):
@@ -26,9 +27,9 @@ def describe(sight):
 
 def main():
     answer = ask_reporter("report")
-    if answer.returncode:
-        sys.exit(answer.stderr.decode(errors="replace"))
-    sight = Sight(json.loads(answer.stdout))
+    if answer.code:
+        sys.exit(answer.text.decode(errors="replace"))
+    sight = Sight(json.loads(answer.text))
     print("\n".join(describe(sight)))
     take_picture(pathlib.Path(sys.argv[1]), sight.main and sight.main["rect"])
 

@@ -1,18 +1,23 @@
-// Looks at the running program from outside, through nothing but window messages.
+// Looks at the running program from outside, through nothing but window messages. Answers the requests that
+// come on standard input, a line each, until that ends:
 //
-//   window_report report                the main window, its controls, open dialogs and tooltips, as JSON
-//   window_report wait-window SECONDS   0 once the main window is there and every folder has its count,
-//                                       2 when a message box comes first, 1 when the time is over
-//   window_report close                 asks the main window to close, as its close button does
-//   window_report copy                  puts standard input, UTF-8, on the clipboard
+//   report                the main window, its controls, open dialogs and tooltips, as JSON
+//   wait-window SECONDS   0 once the main window is there and every folder has its count,
+//                         2 when a message box comes first, 1 when the time is over
+//   close                 asks the main window to close, as its close button does
+//   copy BYTES            puts so many bytes that follow the line, UTF-8, on the clipboard
+//
+// An answer is a line "CODE BYTES" and so many bytes. Code 3: looking failed, the bytes say why.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -137,14 +142,6 @@ int waitForWindow(double seconds) {
   return 1;
 }
 
-std::string standardInput() {
-  _setmode(_fileno(stdin), _O_BINARY);
-  std::string text;
-  char piece[4096];
-  while (const std::size_t size = std::fread(piece, 1, sizeof(piece), stdin)) text.append(piece, size);
-  return text;
-}
-
 // False when another program keeps the clipboard.
 bool copy(const std::string& utf8) {
   const int size = static_cast<int>(utf8.size());
@@ -165,29 +162,44 @@ bool copy(const std::string& utf8) {
   return copied;
 }
 
-int run(std::string_view command, const char* argument) {
-  if (command == "report") {
-    const std::string text = report() + "\n";
-    _setmode(_fileno(stdout), _O_BINARY);
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() ? 0 : 3;
-  }
-  if (command == "wait-window" && argument) return waitForWindow(std::atof(argument));
+struct Answer {
+  int code = 0;
+  std::string text;
+};
+
+Answer answerTo(const std::string& command, const std::string& argument) {
+  if (command == "report") return {0, report()};
+  if (command == "wait-window") return {waitForWindow(std::atof(argument.c_str())), {}};
   if (command == "close") {
     const HWND window = findWindows().main;
-    return window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1;
+    return {window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1, {}};
   }
-  if (command == "copy") return copy(standardInput()) ? 0 : 1;
-  std::fputs("window_report report | wait-window SECONDS | close | copy\n", stderr);
-  return 64;
+  if (command == "copy") {
+    std::string text(std::strtoul(argument.c_str(), nullptr, 10), '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), stdin));
+    return {copy(text) ? 0 : 1, {}};
+  }
+  return {64, "no such request: " + command};
 }
 
 }  // namespace
 
-int main(int count, char** arguments) {
-  try {
-    return run(count > 1 ? arguments[1] : "", count > 2 ? arguments[2] : nullptr);
-  } catch (const std::exception& problem) {
-    std::fprintf(stderr, "window_report: %s\n", problem.what());
-    return 3;
+int main() {
+  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), _O_BINARY);
+  char line[256];
+  while (std::fgets(line, sizeof(line), stdin)) {
+    const std::string request(line, std::strcspn(line, "\n"));
+    const std::size_t blank = std::min(request.find(' '), request.size());
+    Answer answer;
+    try {
+      answer = answerTo(request.substr(0, blank), request.substr(blank));
+    } catch (const std::exception& problem) {
+      answer = {3, problem.what()};
+    }
+    std::printf("%d %u\n", answer.code, static_cast<unsigned>(answer.text.size()));
+    std::fwrite(answer.text.data(), 1, answer.text.size(), stdout);
+    std::fflush(stdout);
   }
+  return 0;
 }
