@@ -1,5 +1,7 @@
 #include "list/transfer.h"
 
+#include <utility>
+
 namespace list {
 
 Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const store::SmsRecord> target,
@@ -14,6 +16,15 @@ Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const 
   for (std::size_t slot = 0; slot < source.size(); ++slot)
     if (!taken[slot]) transfer.source.push_back(source[slot]);
   return transfer;
+}
+
+bool transferMessages(FolderRecords& folders, store::Folder source, store::Folder target,
+                      std::span<const std::size_t> slots) {
+  const bool move = store::isOnPc(source);
+  Transfer planned = planTransfer(folders.records(source), folders.records(target), slots, move);
+  // The target first: whatever happens in between, no message is in neither folder.
+  return folders.replaceRecords(target, std::move(planned.target)) &&
+         (!move || folders.removeMoved(source, std::move(planned.source)));
 }
 
 std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot) {

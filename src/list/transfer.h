@@ -3,6 +3,8 @@
 #include <span>
 #include <vector>
 
+#include "list/folder_records.h"
+#include "store/folder.h"
 #include "store/sms_record.h"
 
 namespace list {
@@ -17,6 +19,11 @@ struct Transfer {
 // without them when they are moved, and as it is when they are copied.
 Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const store::SmsRecord> target,
                       std::span<const std::size_t> slots, bool move);
+
+// Moves the messages in those slots of a PC folder to another, copies those of a handset folder. False when
+// a file could not be changed: then they are still in the source, and perhaps in the target as well.
+bool transferMessages(FolderRecords& folders, store::Folder source, store::Folder target,
+                      std::span<const std::size_t> slots);
 
 // The records without that slot.
 std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot);

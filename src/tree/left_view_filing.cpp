@@ -23,6 +23,10 @@ bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecor
   return rewriteFolder(folder, std::move(records), IDS_CANNOT_CHANGE);
 }
 
+bool CLeftView::removeMoved(store::Folder folder, std::vector<store::SmsRecord> records) {
+  return rewriteFolder(folder, std::move(records), IDS_IN_BOTH_FOLDERS);
+}
+
 bool CLeftView::rewriteFolder(store::Folder folder, std::vector<store::SmsRecord> records, UINT failure) {
   const store::WriteResult written = storeFile(folder).rewrite(records);
   services_.reportWrite(written, failure);
@@ -82,13 +86,8 @@ void CLeftView::transfer() {
 
   const framework::CWaitCursor wait;
   const bool move = store::isOnPc(*source);
-  list::Transfer planned = list::planTransfer(records(*source), records(*target), slots, move);
-  // The target first: whatever happens in between, no message is in neither folder.
-  if (!replaceRecords(*target, std::move(planned.target))) return;
-  if (move) {
-    if (!rewriteFolder(*source, std::move(planned.source), IDS_IN_BOTH_FOLDERS)) return;
-    list_.removeRows(slots);
-  }
+  if (!list::transferMessages(*this, *source, *target, slots)) return;
+  if (move) list_.removeRows(slots);
   showStatus(
       framework::formatText(framework::loadString(move ? IDS_MOVED : IDS_COPIED),
                             {std::to_string(slots.size()), state.folderPaths[store::position(*target)]}));
