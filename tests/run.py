@@ -18,13 +18,21 @@ class Report(unittest.TextTestResult):
 
     def startTest(self, test):
         super().startTest(test)
+        self._begin()
+
+    def _begin(self):
         self.began = time.monotonic()
         self.outcome = "completed"
         self.problems = []
 
     def addError(self, test, error):
         super().addError(test, error)
-        self.problems.append(self._exc_info_to_string(error, test))
+        if isinstance(test, unittest.TestCase):
+            self.problems.append(self._exc_info_to_string(error, test))
+        else:  # what comes before a class has failed: none of its tests is even started
+            self._begin()
+            self.problems.append(self._exc_info_to_string(error, test))
+            self._write(test)
 
     def addFailure(self, test, error):
         super().addFailure(test, error)
@@ -41,6 +49,9 @@ class Report(unittest.TextTestResult):
 
     def stopTest(self, test):
         super().stopTest(test)
+        self._write(test)
+
+    def _write(self, test):
         class_name, _, name = test.id().rpartition(".")
         case = ElementTree.SubElement(self.suite, "testcase", classname=class_name, name=name, status="run",
                                       result=self.outcome, time=f"{time.monotonic() - self.began:.2f}")

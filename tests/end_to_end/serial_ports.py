@@ -47,6 +47,7 @@ def serial_ports():
     LINKS.mkdir(parents=True)
     os.environ["WINEPREFIX"] = str(PREFIX)
     try:
+        subprocess.run(["wineserver", "-k"], timeout=60, check=False)  # left over from a session that was killed
         _make()
         # Wine's services start here, with no output of ours to hold open.
         _quietly("wineserver", "-p")

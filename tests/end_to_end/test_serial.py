@@ -1,6 +1,7 @@
 """The shipped folder with a modem at a serial port, and the program that finds the port."""
 
 import subprocess
+import tempfile
 import time
 
 from harness import NEW, REFRESH, QuilletTest, click, control_of, key, paste, texts_of, type_text
@@ -192,9 +193,12 @@ class Trouble(SerialTest):
 class FindPort(SerialTest):
     def find(self, *words):
         """Exit code, the answer by port, and the whole text."""
-        done = subprocess.run(["wine", str(self.folder / "findport.exe"), *words], stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=60)
-        text = done.stdout.decode()
+        # Into a file: what Wine starts along with the program would keep a pipe open when the program has ended.
+        with tempfile.TemporaryFile() as output:
+            done = subprocess.run(["wine", str(self.folder / "findport.exe"), *words], stdin=subprocess.DEVNULL,
+                                  stdout=output, stderr=subprocess.DEVNULL, timeout=60)
+            output.seek(0)
+            text = output.read().decode()
         rows = (line.split(None, 1) for line in text.splitlines() if line.startswith("COM"))
         return done.returncode, {port: rest.split("  ")[0] for port, rest in rows}, text
 
