@@ -105,8 +105,10 @@ bool isUnsolicited(std::string_view line, std::string_view prefix) {
 Companion companionOf(std::string_view line) {
   const std::string_view name = nameOf(line);
   if (name != "+CMT:" && name != "+CDS:" && name != "+CBM:") return Companion::none;
-  // More than a length, and a name before it: the handset is in text mode, the next line may say anything.
-  return std::ranges::count(line, ',') > 1 ? Companion::any : Companion::hexadecimal;
+  // More than a length, and a name before it: the handset is in text mode, the next line may say anything. Of
+  // a report there is none then.
+  if (std::ranges::count(line, ',') < 2) return Companion::hexadecimal;
+  return name == "+CDS:" ? Companion::none : Companion::any;
 }
 
 std::string reasonOf(const FinalResult& result) {
