@@ -82,12 +82,13 @@ std::string problemOf(PortProblem problem, int port) {
 }
 
 std::string findModem(Channel& channel) {
+  constexpr int firstDeadline = 500;
   constexpr int probeDeadline = 1000;
   constexpr int overdueDeadline = 600;
   constexpr int probes = 3;
   channel.callOff();
   // What was begun on the line before spoils the first answer.
-  channel.probe(probeDeadline);
+  channel.probe(firstDeadline);
   for (int i = 0; i < probes && !channel.gone(); ++i) {
     if (!channel.probe(probeDeadline).ok()) continue;
     channel.takeOverdue(overdueDeadline);

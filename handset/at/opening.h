@@ -11,7 +11,7 @@ namespace handset::at {
 
 std::string problemOf(PortProblem problem, int port);
 
-// Looks for a modem on a line that was just opened; five seconds at most.
+// Looks for a modem on a line that was just opened; four seconds at most.
 std::string findModem(Channel& channel);
 
 // Makes the modem ready for messages as PDUs and learns what it offers.

@@ -162,11 +162,12 @@ class Trouble(SerialTest):
         self.assertEqual(program.wait_for(lambda now: now.rows, "the messages to be back").rows, before.rows)
         self.end()
 
-    def start_says_no_connection(self):
+    def start_says_no_connection(self, line=None):
+        """Measured from the first byte on the line, if there is one: a busy machine starts programs slowly."""
         began = time.monotonic()
         program = self.launch()
         box = program.wait_for_box()
-        self.assertLess(time.monotonic() - began, LONGEST + 1, "with one second for the program to start")
+        self.assertLess(time.monotonic() - (line.heard_at if line else began), LONGEST)
         self.assertEqual((box["title"], texts_of(box)), (BOX, [CONNECT]))
         program.press(box, "OK")
         program.wait_for_end()
@@ -174,14 +175,12 @@ class Trouble(SerialTest):
     def test_wants_a_pin(self):
         state = filled()
         state.pin = "1234"
-        self.plug_in(state)
-        self.start_says_no_connection()
+        self.start_says_no_connection(self.plug_in(state))
 
     def test_not_a_modem(self):
         for quirk in ("silent", "echo-only", "not-a-modem"):
             with self.subTest(quirk):
-                self.plug_in(None, quirk)
-                self.start_says_no_connection()
+                self.start_says_no_connection(self.plug_in(None, quirk))
 
     def test_no_such_port(self):
         for port in (1, 6, 30, -1):  # no serial device, nothing plugged in, no such name, no port at all

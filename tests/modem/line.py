@@ -16,6 +16,7 @@ import select
 import signal
 import sys
 import threading
+import time
 import tty
 
 import state
@@ -31,6 +32,7 @@ class Line:
         self.log = log and open(log, "a", buffering=1, encoding="utf-8")
         self.bytes = collections.Counter()  # by direction, "in" and "out" as the modem sees them
         self.master = self.slave = self.thread = None
+        self.heard_at = None  # when the first bytes since it was plugged in came, by the monotonic clock
         self.out = bytearray()
         modem.send, modem.vanish = self._send, self._close
         self.wake_out, self.wake_in = os.pipe()
@@ -43,6 +45,7 @@ class Line:
         """Opens a pseudo terminal; the modem has just been switched on."""
         self.modem.power_up()
         self.out.clear()
+        self.heard_at = None
         self.master, self.slave = os.openpty()
         # Held open here too: without it the terminal would hang up whenever a program closes its end.
         tty.setraw(self.slave)
@@ -100,6 +103,7 @@ class Line:
             if problem.errno != errno.EAGAIN:
                 raise
             return
+        self.heard_at = self.heard_at or time.monotonic()
         self.note("in", data)
         self.modem.take(data)
 

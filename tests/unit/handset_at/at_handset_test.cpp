@@ -217,7 +217,7 @@ TEST_F(AtHandsetTest, SaysWhyAPortWillNotDo) {
     modem.echo = c.echo;
     EXPECT_FALSE(handset.open(3, 115200));
     EXPECT_EQ(handset.lastProblem(), c.reason);
-    EXPECT_LE(modem.clock.now, 5000);
+    EXPECT_LE(modem.clock.now, 4000);
     EXPECT_FALSE(handset.init());
     EXPECT_FALSE(handset.simReceived() || handset.simOutgoing() || handset.phoneMessages());
     EXPECT_FALSE(handset.send("1", "x") || handset.initPhonebook() || handset.simContacts() ||
@@ -235,7 +235,7 @@ TEST_F(AtHandsetTest, FindsModemsThatNeedTime) {
     modem.answers["AT"] = turns;
     modem.answers["ATE0"] = {turns.back()};
     EXPECT_TRUE(handset.open(3, 115200));
-    EXPECT_LE(modem.clock.now, 5000);
+    EXPECT_LE(modem.clock.now, 4500);
     EXPECT_TRUE(handset.init());
   }
 }
