@@ -49,9 +49,9 @@ class SerialPort : public ByteStream {
   Arrival read(std::string& bytes, int milliseconds) override {
     const std::size_t before = bytes.size();
     std::optional<DWORD> waiting = queued();
-    if (waiting == 0U && milliseconds > 0 && take(bytes, 1, static_cast<DWORD>(milliseconds)))
-      waiting = queued();
-    if (waiting.value_or(0) > 0) take(bytes, *waiting, queuedTime);
+    if (waiting == 0U && milliseconds > 0)
+      waiting = take(bytes, 1, static_cast<DWORD>(milliseconds)) ? queued() : std::nullopt;
+    if (waiting.value_or(0) > 0 && !take(bytes, *waiting, queuedTime)) waiting.reset();
     if (bytes.size() > before) return Arrival::bytes;
     return waiting ? Arrival::nothing : Arrival::gone;
   }
