@@ -39,19 +39,25 @@ bool endsInEscape(const Septets& septets, std::size_t begin, std::size_t last) {
   return escaped;
 }
 
-// Length octet and text. `header` is empty or begins with its length.
+// The length octet and the header, which is empty or begins with its own length.
+std::vector<std::uint8_t> begunField(std::size_t length, Octets header) {
+  std::vector<std::uint8_t> field;
+  field.reserve(1 + textOctets);
+  field.push_back(static_cast<std::uint8_t>(length));
+  field.insert(field.end(), header.begin(), header.end());
+  return field;
+}
+
 std::vector<std::uint8_t> textField(Octets septets, Octets header) {
   const std::size_t headerSeptets = (header.size() * 8 + 6) / 7;
-  std::vector<std::uint8_t> field{static_cast<std::uint8_t>(headerSeptets + septets.size())};
-  field.insert(field.end(), header.begin(), header.end());
+  std::vector<std::uint8_t> field = begunField(headerSeptets + septets.size(), header);
   const std::vector<std::uint8_t> packed = packSeptets(septets, headerSeptets * 7 - header.size() * 8);
   field.insert(field.end(), packed.begin(), packed.end());
   return field;
 }
 
 std::vector<std::uint8_t> textField(std::u16string_view units, Octets header) {
-  std::vector<std::uint8_t> field{static_cast<std::uint8_t>(header.size() + units.size() * 2)};
-  field.insert(field.end(), header.begin(), header.end());
+  std::vector<std::uint8_t> field = begunField(header.size() + units.size() * 2, header);
   for (const char16_t unit : units) {
     field.push_back(static_cast<std::uint8_t>(unit / 256U));
     field.push_back(static_cast<std::uint8_t>(unit % 256U));
