@@ -3,9 +3,8 @@
 //   at_tool decode HEX…                        one message, of all its parts: kind, number, time, text
 //   at_tool encode NUMBER TEXT REFERENCE       its parts: [[hex, octets], …], or null when it cannot be sent
 //   at_tool list TERMINAL                      what a handset holds: opened, ready, received, outgoing,
-//   phone,
-//                                              sim_contacts, phone_contacts, problem
-//   at_tool messages TERMINAL                  how many messages there are: [received, outgoing]
+//                                              phone, sim_contacts, phone_contacts, problem
+//   at_tool messages TERMINAL                  the messages alone: [received, outgoing, phone]
 //   at_tool send TERMINAL NUMBER TEXT          sent, problem
 #include <cstdio>
 #include <cstdlib>
@@ -113,10 +112,11 @@ std::string talk(const std::string& command, const std::vector<std::string>& res
   if (command == "list") {
     result = listEverything(phone, opened, ready);
   } else if (command == "messages") {
-    const auto received = ready ? phone.simReceived() : std::nullopt;
-    const auto outgoing = ready ? phone.simOutgoing() : std::nullopt;
-    result = list(
-        {std::to_string(received ? received->size() : 0), std::to_string(outgoing ? outgoing->size() : 0)});
+    using Messages = std::optional<std::vector<Message>>;
+    const Messages received = ready ? phone.simReceived() : std::nullopt;
+    const Messages outgoing = ready ? phone.simOutgoing() : std::nullopt;
+    const Messages stored = ready ? phone.phoneMessages() : std::nullopt;
+    result = list({json(received), json(outgoing), json(stored)});
   } else {
     const bool sent = ready && phone.send(rest[1], rest[2]);
     result = "{\"sent\": " + flag(sent) + ", \"problem\": " + quoted(phone.lastProblem()) + "}";
