@@ -19,3 +19,9 @@ if(QUILLET_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+option(QUILLET_FUZZ "Build the fuzz targets and nothing else that runs; needs clang" OFF)
+if(QUILLET_FUZZ)
+  # Dictionaries know the words that matter; watching every comparison as well would halve the speed.
+  add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
+endif()

@@ -1,3 +1,6 @@
+#include <cstddef>
+#include <cstdint>
+
 #include "fuzz/modem_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

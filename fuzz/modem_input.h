@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "fuzz/input.h"
 #include "handset/at/at_handset.h"
 #include "handset/at/fields.h"
 #include "handset/at/message_list.h"
@@ -20,23 +20,9 @@
 // What must hold for whatever a modem says. Each function takes one input and aborts where it does not hold.
 namespace handset::at::fuzz {
 
-inline void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-inline void requireUtf8(const std::string& text) {
-  require(phonelink::utf8FromUtf16(phonelink::utf16FromUtf8(text)) == text);
-}
-
-inline std::vector<std::string> split(std::string_view input, char separator) {
-  std::vector<std::string> pieces;
-  for (std::size_t end = 0; end != input.npos && pieces.size() < 2000; input.remove_prefix(end + 1)) {
-    end = input.find(separator);
-    pieces.emplace_back(input.substr(0, end));
-    if (end == input.npos) break;
-  }
-  return pieces;
-}
+using ::fuzz::require;
+using ::fuzz::requireUtf8;
+using ::fuzz::split;
 
 // The input as messages in hexadecimal digits, a line each, and as a text to send.
 inline void pdus(std::string_view input) {
@@ -149,7 +135,7 @@ inline void sessions(std::string_view input) {
   };
   AtHandset handset{open, state};
   const bool opened = handset.open(1, 115200);
-  require(state.now <= 5000);
+  require(state.now <= 4000);
   require(opened == handset.lastProblem().empty());
   if (!opened) return;
   handset.init();
