@@ -80,8 +80,19 @@ inline void contents(std::string_view input) {
   require((library.open(handset::simulatedPort, 115200) != 0) == content.settings.open);
   require((library.init() != 0) == (content.settings.open && content.settings.init));
   requireEntries<phonelink::messageEntrySize>(&handset::Library::receivedMessages, library);
-  requireEntries<phonelink::messageEntrySize>(&handset::Library::outgoingMessages, library);
   requireEntries<phonelink::handsetEntrySize>(&handset::Library::handsetMessages, library);
+  // A message to the first of the numbers that cannot be reached, or to the beginning of the file.
+  phonelink::MessageEntry entry;
+  const std::vector<std::string>& unreachable = content.settings.unreachable;
+  entry.phone =
+      unreachable.empty() ? std::string{input.substr(0, phonelink::phoneCapacity)} : unreachable.front();
+  std::array<std::byte, phonelink::messageEntrySize> bytes;
+  phonelink::encodeMessage(entry, bytes);
+  const bool sent = library.send(bytes) == 1;
+  require(!sent || (content.settings.open && content.settings.init));
+  if (!unreachable.empty() && unreachable.front().size() <= phonelink::phoneCapacity)
+    require(!sent || unreachable.front().find('\0') != std::string::npos);
+  requireEntries<phonelink::messageEntrySize>(&handset::Library::outgoingMessages, library);
   library.initPhonebook();
   requireEntries<phonelink::contactEntrySize>(&handset::Library::contacts, library,
                                               phonelink::contactHeadSize);

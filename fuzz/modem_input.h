@@ -143,11 +143,15 @@ inline void sessions(std::string_view input) {
   handset.simReceived();
   handset.simOutgoing();
   handset.phoneMessages();
+  const bool takesTwo = (static_cast<unsigned char>(input.front()) & 0x80U) != 0;
+  const std::size_t parts = takesTwo ? 2 : 1;
   const std::int64_t before = state.now;
-  const bool sent = handset.send("112", "x");
-  require(state.texts <= 1 && (!sent || state.texts == 1));
-  require(state.now - before <= 75'000);
+  const bool sent = handset.send("112", takesTwo ? std::string(200, 'x') : "x");
+  require(state.texts <= parts && (!sent || state.texts == parts));
+  require(state.now - before <= static_cast<std::int64_t>(parts) * 75'000);
+  handset.initPhonebook();
   handset.simContacts();
+  handset.phoneContacts();
 }
 
 }  // namespace handset::at::fuzz

@@ -68,12 +68,14 @@ TEST(Fuzz, ListingsSurviveChanges) {
 
 TEST(Fuzz, SessionsSurviveChanges) {
   const std::string ok = "\r\nOK\r\n|";
-  feed(handset::at::fuzz::sessions,
-       {"\x07|" + ok + ok + ok + ok + ok + "+CPIN: READY" + ok + "+CSCS: (\"UCS2\")" + ok + ok +
-        "+CPMS: (\"SM\",\"ME\")" + ok + ok + "+CNMI: 2,2" + ok + ok + ok + "+CMGL: 1,1,,24\r\n" + hello + ok +
-        ok + ok + "\r\n> |+CMGS: 7" + ok + "+CSCS: \"GSM\"" + ok + ok + ok + ok + "+CPBR: (1-9),4" + ok +
-        "+CPBR: 1,\"112\",129,\"0041\"" + ok + ok},
-       4000);
+  const std::string sending = "\r\n> |+CMGS: 7" + ok;
+  const auto session = [&ok](char ways, const std::string& sent) {
+    return std::string{ways} + "|" + ok + ok + ok + ok + ok + "+CPIN: READY" + ok + "+CSCS: (\"UCS2\")" + ok +
+           ok + "+CPMS: (\"SM\",\"ME\")" + ok + ok + "+CNMI: 2,2" + ok + ok + ok + "+CMGL: 1,1,,24\r\n" +
+           hello + ok + ok + ok + sent + ok + "+CSCS: \"GSM\"" + ok + ok + ok + ok + "+CPBR: (1-9),4" + ok +
+           "+CPBR: 1,\"112\",129,\"0041\"" + ok + ok + ok;
+  };
+  feed(handset::at::fuzz::sessions, {session('\x07', sending), session('\x87', sending + sending)}, 3000);
 }
 
 // A handset entry as a library gives it: a message and its status.
@@ -126,7 +128,7 @@ TEST(Fuzz, ContentsSurviveChanges) {
        {"[settings]\nopen = yes\ndelay = 3\nunreachable = 5\n[message]\nstore = sim\nstatus = received\n"
         "number = +316\ntime = 26030211223304\ntext = a\\nb\n[message]\nstatus=7\nindex=3\n"
         "[contact]\nstore=phone\nname=J\xC3\xB6rg\nnumber=112\n[contact]\nname=Anna\n"},
-       6000);
+       3000);
 }
 
 }  // namespace
