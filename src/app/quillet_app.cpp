@@ -22,8 +22,8 @@ using framework::formatText;
 using framework::loadString;
 using framework::toWide;
 
-CQuilletApp::CQuilletApp(std::string moduleDirectory)
-    : moduleDirectory_(std::move(moduleDirectory)), link_(codePage_) {}
+CQuilletApp::CQuilletApp(std::string moduleDirectory, std::unique_ptr<store::FileSystem> files)
+    : moduleDirectory_(std::move(moduleDirectory)), files_(std::move(files)), link_(codePage_) {}
 
 const framework::CommandMap* CQuilletApp::commandMap() const {
   // Nothing is printed, so there is no print set-up to offer.
@@ -105,7 +105,7 @@ bool CQuilletApp::createFrame() {
   InitCommonControlsEx(&controls);
   const tree::LeftViewServices services{
       link_,
-      files_,
+      *files_,
       codePage_,
       moduleDirectory_,
       [this](const store::StoreFile& file, const store::ReadResult& result) { reportUnread(file, result); },
@@ -199,7 +199,7 @@ void CQuilletApp::reloadFiled() {
 std::string CQuilletApp::describe(const store::WriteResult& result, UINT failure) const {
   const bool notRead = result.outcome == store::WriteResult::Outcome::notRead;
   return formatText(loadString(failure), {result.file, notRead ? loadString(IDS_NOT_READ_YET)
-                                                               : files_.describe(result.status.code)});
+                                                               : files_->describe(result.status.code)});
 }
 
 void CQuilletApp::reportWrite(const store::WriteResult& result, UINT failure) {
@@ -240,7 +240,7 @@ void CQuilletApp::reportUnread(const store::StoreFile& file, const store::ReadRe
     return;
   }
   const std::string text =
-      formatText(loadString(IDS_CANNOT_READ), {file.path(), files_.describe(result.status.code)});
+      formatText(loadString(IDS_CANNOT_READ), {file.path(), files_->describe(result.status.code)});
   MessageBoxW(frame()->handle(), toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
               MB_OK | MB_ICONWARNING);
 }

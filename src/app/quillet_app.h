@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -19,7 +20,8 @@ namespace app {
 class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget {
  public:
   // The folder with the settings, the skin, the stores and the libraries, ending in a backslash.
-  explicit CQuilletApp(std::string moduleDirectory);
+  explicit CQuilletApp(std::string moduleDirectory,
+                       std::unique_ptr<store::FileSystem> files = std::make_unique<WindowsFiles>());
 
   // The handset's port; -1 when the settings name none.
   int port() const { return port_; }
@@ -65,7 +67,7 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   int showMessage(const std::string& text) const;
 
   std::string moduleDirectory_;
-  WindowsFiles files_;
+  std::unique_ptr<store::FileSystem> files_;
   WindowsCodePage codePage_;
   phonelink::PhoneLink link_;
   phonelink::PhoneLinkLibrary library_;

@@ -18,8 +18,8 @@ class FolderRecords {
   virtual std::span<const store::SmsRecord> records(store::Folder folder) const = 0;
   // Makes these the records of a PC folder, in its file and in its table, and renews its label.
   virtual bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) = 0;
-  // The same for messages that are filed in another folder already, and here no more.
-  virtual bool removeMoved(store::Folder folder, std::vector<store::SmsRecord> records) = 0;
+  // The same, to be rid of messages that could not be taken out of the folder that they came from.
+  virtual bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) = 0;
   // Adds the messages to the end of a text file.
   virtual bool saveText(const std::string& path, std::span<const store::SmsRecord> records) = 0;
   virtual void showStatus(const std::string& text) = 0;

@@ -21,10 +21,14 @@ Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const 
 bool transferMessages(FolderRecords& folders, store::Folder source, store::Folder target,
                       std::span<const std::size_t> slots) {
   const bool move = store::isOnPc(source);
-  Transfer planned = planTransfer(folders.records(source), folders.records(target), slots, move);
+  const auto former = folders.records(target);
+  std::vector<store::SmsRecord> back(former.begin(), former.end());
+  Transfer planned = planTransfer(folders.records(source), former, slots, move);
   // The target first: whatever happens in between, no message is in neither folder.
-  return folders.replaceRecords(target, std::move(planned.target)) &&
-         (!move || folders.removeMoved(source, std::move(planned.source)));
+  if (!folders.replaceRecords(target, std::move(planned.target))) return false;
+  if (!move || folders.replaceRecords(source, std::move(planned.source))) return true;
+  folders.takeBack(target, std::move(back));
+  return false;
 }
 
 std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot) {

@@ -21,7 +21,8 @@ Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const 
                       std::span<const std::size_t> slots, bool move);
 
 // Moves the messages in those slots of a PC folder to another, copies those of a handset folder. False when
-// a file could not be changed: then they are still in the source, and perhaps in the target as well.
+// a file could not be changed: then both folders are as before, or, if nothing at all can be written any
+// more, the messages are in both.
 bool transferMessages(FolderRecords& folders, store::Folder source, store::Folder target,
                       std::span<const std::size_t> slots);
 

@@ -71,7 +71,7 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
     return tables_[folder].records();
   }
   bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) override;
-  bool removeMoved(store::Folder folder, std::vector<store::SmsRecord> records) override;
+  bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override;
   bool saveText(const std::string& path, std::span<const store::SmsRecord> records) override;
   void showStatus(const std::string& text) override { services_.showStatus(text); }
 

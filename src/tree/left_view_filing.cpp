@@ -23,7 +23,7 @@ bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecor
   return rewriteFolder(folder, std::move(records), IDS_CANNOT_CHANGE);
 }
 
-bool CLeftView::removeMoved(store::Folder folder, std::vector<store::SmsRecord> records) {
+bool CLeftView::takeBack(store::Folder folder, std::vector<store::SmsRecord> records) {
   return rewriteFolder(folder, std::move(records), IDS_IN_BOTH_FOLDERS);
 }
 

@@ -34,6 +34,8 @@ class ProgramFolder {
 class RunningApp : public app::CQuilletApp {
  public:
   explicit RunningApp(const ProgramFolder& folder) : CQuilletApp(folder.path()) {}
+  RunningApp(const ProgramFolder& folder, std::unique_ptr<store::FileSystem> files)
+      : CQuilletApp(folder.path(), std::move(files)) {}
   ~RunningApp() override;
 
   bool start() { return started_ = initInstance(); }

@@ -194,4 +194,23 @@ TEST(KillPoints, ProgramEndedOnDisk) {
   EXPECT_GT(killEverywhere(disk), 200U);
 }
 
+TEST(KillPoints, AMoveOnADiskThatFailsForGoodLosesNothing) {
+  const FilingOperation& move = support::filingOperations.back();
+  MemoryDisk disk(false);
+  disk.put(priorFiles(10));
+  auto before = disk.read();
+  const std::size_t steps = disk.run(move);
+  auto after = disk.read();
+  for (std::size_t first = 0; first < steps; ++first) {
+    SCOPED_TRACE("from step " + std::to_string(first));
+    disk.put(priorFiles(10));
+    FilingDesk desk(disk.files(), page, {});
+    disk.files().watch(
+        [=](std::size_t step) { return step >= first ? std::optional<std::uint32_t>(112) : std::nullopt; });
+    EXPECT_FALSE(move.run(desk));
+    auto found = disk.read();
+    expectOldOrNew(found, before, after);
+  }
+}
+
 }  // namespace

@@ -27,7 +27,7 @@ class FilingDesk : public list::FolderRecords {
     return tables_[folder].records();
   }
   bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) override;
-  bool removeMoved(store::Folder folder, std::vector<store::SmsRecord> records) override {
+  bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override {
     return replaceRecords(folder, std::move(records));
   }
   bool saveText(const std::string&, std::span<const store::SmsRecord>) override { return false; }
