@@ -11,11 +11,15 @@ FileStatus writeFlushClose(File& file, std::string_view bytes) {
   return status.ok() ? closed : status;
 }
 
-FileStatus findFreeCopy(FileSystem& files, const std::string& path, std::string& copy) {
+// Finds the copy that holds these bytes already, left by a program that ended before it had replaced the
+// file; else, with a status that says missing, the first free name.
+FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view lost, std::string& copy) {
   for (unsigned number = 1;; ++number) {
     copy = path + ".unread-" + std::to_string(number);
     const FileStatus found = files.exists(copy);
     if (!found.ok()) return found;
+    std::string bytes;
+    if (readFile(files, copy, bytes).ok() && bytes == lost) return found;
   }
 }
 
@@ -45,9 +49,11 @@ FileStatus writeAtomically(FileSystem& files, const std::string& path, std::stri
 WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
                         const std::string* lost) {
   std::string copy;
+  bool copied = false;
   if (lost != nullptr) {
-    FileStatus status = findFreeCopy(files, path, copy);
-    if (status.missing()) status = writeAtomically(files, copy, *lost);
+    FileStatus status = findCopy(files, path, *lost, copy);
+    copied = status.missing();
+    if (copied) status = writeAtomically(files, copy, *lost);
     if (!status.ok()) return failure(status, copy);
   }
   const FileStatus status = writeAtomically(files, path, bytes);
@@ -56,7 +62,7 @@ WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_
     done.keptCopy = copy;
     return done;
   }
-  if (lost != nullptr) files.remove(copy);
+  if (copied) files.remove(copy);
   return failure(status, path);
 }
 

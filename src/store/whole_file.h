@@ -17,9 +17,8 @@ FileStatus readFile(FileSystem& files, const std::string& path, std::string& byt
 FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes);
 
 // The same, after `lost` (bytes of the file that the new ones do not stand for; null for none) has been put
-// aside in
-// "<path>.unread-<n>" under the first free number. If the file cannot be replaced, that copy is removed
-// again.
+// aside in "<path>.unread-<n>" under the first free number, unless such a copy holds the same bytes already.
+// If the file cannot be replaced, a copy made here is removed again.
 WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
                         const std::string* lost = nullptr);
 
