@@ -88,8 +88,10 @@ Examined examine(int port, handset::SystemClock& clock) {
   std::string name = identity->manufacturer;
   if (!name.empty() && !identity->model.empty()) name += ' ';
   name += identity->model;
-  // Names are ASCII.
-  return {true, name.empty() ? L"a modem without a name" : std::wstring(name.begin(), name.end())};
+  if (name.empty()) name = "a modem without a name";
+  if (!identity->wanted.empty()) name += ", asks for " + identity->wanted;
+  // All of it is ASCII.
+  return {true, std::wstring(name.begin(), name.end())};
 }
 
 std::wstring settingsPath() {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <tuple>
 
 #include "handset/at/channel.h"
 
@@ -37,7 +38,7 @@ std::string textOf(const Answer& answer, std::string_view name) {
 
 std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock, int milliseconds) {
   // Calling off takes less than one of these steps, the rest one each.
-  const int step = milliseconds / (attempts + 4);
+  const int step = milliseconds / (attempts + 5);
   at::Channel channel{line, clock};
   channel.callOff();
   Answer greeting;
@@ -46,10 +47,15 @@ std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock,
   channel.takeOverdue(step);
 
   ModemIdentity identity;
-  const Answer manufacturer = channel.command("AT+CGMI", "+CGMI:", step);
-  identity.manufacturer = textOf(manufacturer, "+CGMI:");
-  if (manufacturer.outcome != Answer::Outcome::timedOut)
-    identity.model = textOf(channel.command("AT+CGMM", "+CGMM:", step), "+CGMM:");
+  for (const auto& [text, command, name] : {std::tuple{&identity.manufacturer, "AT+CGMI", "+CGMI:"},
+                                            std::tuple{&identity.model, "AT+CGMM", "+CGMM:"},
+                                            std::tuple{&identity.wanted, "AT+CPIN?", "+CPIN:"}}) {
+    const Answer answer = channel.command(command, name, step);
+    // One that has stopped answering gets no more questions: there is no time to wait for the overdue answer.
+    if (answer.outcome == Answer::Outcome::timedOut) break;
+    *text = textOf(answer, name);
+  }
+  if (identity.wanted == "READY") identity.wanted.clear();
   return identity;
 }
 

@@ -11,6 +11,7 @@ namespace handset {
 struct ModemIdentity {
   std::string manufacturer;
   std::string model;
+  std::string wanted;  // what the SIM asks a person for, as in "SIM PIN"
 };
 
 // Asks whoever is at the other end of the line who it is; nullopt when nobody there answers as a modem does.

@@ -202,7 +202,9 @@ class FindPort(SerialTest):
         return done.returncode, {port: rest.split("  ")[0] for port, rest in rows}, text
 
     def test_lists_the_ports(self):
-        self.plug_in()
+        state = filled()
+        state.pin = "1234"
+        self.plug_in(state)
         self.plug_in(None, "silent", port=12)
         settings = (self.folder / "port.ini").read_bytes()
         began = time.monotonic()
@@ -210,7 +212,7 @@ class FindPort(SerialTest):
         self.assertLess(time.monotonic() - began, 3 * 2 + 2, "three seconds for a port that is open")
         self.assertEqual(code, 0, text)
         self.assertEqual((answers["COM6"], answers["COM12"], answers["COM1"]),
-                         ("Quillet Test modem", "no answer", "not a serial port"))
+                         ("Quillet Test modem, asks for SIM PIN", "no answer", "not a serial port"))
         self.assertIn("com=6", text)
         self.assertEqual((self.folder / "port.ini").read_bytes(), settings, "only --write may write")
 
