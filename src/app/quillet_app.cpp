@@ -53,7 +53,6 @@ bool CQuilletApp::initInstance() {
   if (!connect()) return false;
   if (!createFrame()) return false;
   frame()->setText(loadString(IDS_TITLE));
-  instance_->markWindow(frame()->handle());
   detectPlatform();
   firstLoad();
   richEdit_ = framework::loadSystemLibrary("riched20.dll");

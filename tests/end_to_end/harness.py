@@ -72,6 +72,10 @@ def drag(start, end):
     xdotool(ways[0], ("mousedown", 1), *ways[1:], ("mouseup", 1))
 
 
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
 def paste(text):
     """Puts the text on the clipboard and presses the keys for it."""
     data = text.encode()
@@ -170,12 +174,17 @@ def focus_of(dialog):
 
 
 class Program:
-    """One running program in its folder."""
+    """One running program in its folder; `place` is the folder it is started from."""
 
-    def __init__(self, folder):
-        self.log = open(folder / "program.log", "wb")
-        self.process = subprocess.Popen(["wine", "Quillet.exe"], cwd=folder, stdin=subprocess.DEVNULL,
-                                        stdout=self.log, stderr=self.log)
+    def __init__(self, folder, place=None, **environment):
+        self.folder = folder
+        self.process = subprocess.Popen(["wine", windows_path(folder / "Quillet.exe")], cwd=place or folder,
+                                        env=dict(os.environ, **environment), stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def ask(self, request, **named):
+        ask_reporter(f"look-at {windows_path(self.folder)}")
+        return ask_reporter(request, **named)
 
     def running(self):
         return self.process.poll() is None
@@ -183,13 +192,13 @@ class Program:
     def look(self):
         """What is on the screen now. Asked again while a window comes or goes."""
         def ask():
-            answer = ask_reporter("report")
+            answer = self.ask("report")
             return json.loads(answer.text) if answer.code == 0 else None
         return Sight(wait_until(ask, "a report of the program's windows"))
 
     def wait_for_window(self, timeout=60):
         """Until the window is there and every folder has its count."""
-        code = ask_reporter(f"wait-window {timeout}", timeout=timeout + 20).code
+        code = self.ask(f"wait-window {timeout}", timeout=timeout + 20).code
         if code:
             state = "still running" if self.running() else f"ended with {self.process.returncode}"
             raise AssertionError(("a message box came instead of the window" if code == 2 else "no window came") +
@@ -240,7 +249,7 @@ class Program:
 
     def close(self):
         """Closes the window as its close button does; the exit code."""
-        ask_reporter("close")
+        self.ask("close")
         return self.wait_for_end()
 
 
@@ -276,24 +285,33 @@ class QuilletTest(unittest.TestCase):
     """A fresh copy of the shipped folder for every test, and at its end nothing left running."""
 
     def setUp(self):
-        (OUT / "end_to_end").mkdir(parents=True, exist_ok=True)
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=OUT / "end_to_end"))
-        self.addCleanup(shutil.rmtree, self.folder)
-        # What a person may have changed or stored in the shipped folder is none of a test's business.
-        shutil.copytree(SHIPPED, self.folder, dirs_exist_ok=True,
-                        ignore=shutil.ignore_patterns("*.dat", "port.ini", "handset.txt"))
-        self.write("port.ini", b"[port]\r\ncom=0\r\n")
-        self.write("handset.txt", HANDSET.read_bytes())
+        self.folder = self.copy_of_the_shipped()
         self.programs = []
         self.addCleanup(self.leave_nothing)
         xdotool(("mousemove", 1270, 1015))  # away from everything that lights up or shows a tip
 
+    def new_folder(self):
+        """An empty one, gone when the test is over."""
+        (OUT / "end_to_end").mkdir(parents=True, exist_ok=True)
+        folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=OUT / "end_to_end"))
+        self.addCleanup(shutil.rmtree, folder)
+        return folder
+
+    def copy_of_the_shipped(self):
+        folder = self.new_folder()
+        # What a person may have changed or stored in the shipped folder is none of a test's business.
+        shutil.copytree(SHIPPED, folder, dirs_exist_ok=True,
+                        ignore=shutil.ignore_patterns("*.dat", "port.ini", "handset.txt"))
+        (folder / "port.ini").write_bytes(b"[port]\r\ncom=0\r\n")
+        (folder / "handset.txt").write_bytes(HANDSET.read_bytes())
+        return folder
+
     def write(self, name, data):
         (self.folder / name).write_bytes(data)
 
-    def launch(self):
-        """Starts the program in the test's folder without waiting for anything."""
-        self.program = Program(self.folder)
+    def launch(self, folder=None, **named):
+        """Starts the program in a folder, the test's own if none is named, without waiting for anything."""
+        self.program = Program(folder or self.folder, **named)
         self.programs.append(self.program)
         return self.program
 
@@ -318,7 +336,6 @@ class QuilletTest(unittest.TestCase):
             if program.running():
                 program.process.send_signal(signal.SIGKILL)
             program.process.wait(10)
-            program.log.close()
         try:
             wait_until(lambda: not leftovers(), "the program's processes to be gone")
         finally:

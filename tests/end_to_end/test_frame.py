@@ -1,6 +1,4 @@
-"""The frame itself: its panes, its size, its end, and a second start."""
-
-import subprocess
+"""The frame itself: its panes, its size, its end."""
 
 from harness import QuilletTest, drag, key, middle
 
@@ -53,19 +51,3 @@ class Frame(QuilletTest):
         program.wait_for(lambda now: now.list["focused"], "the list to have the focus")
         key("alt+F4")
         self.assertEqual(program.wait_for_end(), 0)
-
-    def test_second_start_shows_the_first_window(self):
-        first, _ = self.open()
-        other = subprocess.Popen(["wine", "notepad"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                 stderr=subprocess.DEVNULL)
-        try:
-            first.wait_for(lambda now: not now.main["foreground"], "another window in front")
-            second = self.launch()
-            self.assertEqual(second.wait_for_end(), 0)
-            sight = first.wait_for(lambda now: now.main["foreground"], "the first window in front")
-            self.assertEqual(sight.dialogs, [])
-            self.assertTrue(first.running())
-        finally:
-            other.kill()
-            other.wait(10)
-        self.end(first)

@@ -5,6 +5,8 @@
 //   wait-window SECONDS   0 once the main window is there and every folder has its count,
 //                         2 when a message box comes first, 1 when the time is over
 //   close                 asks the main window to close, as its close button does
+//   minimize              the main window, as when all windows of a desktop are
+//   look-at FOLDER        from here on the program in that folder is meant, and not any that runs
 //   copy BYTES            puts so many bytes that follow the line, UTF-8, on the clipboard
 //
 // An answer is a line "CODE BYTES" and so many bytes. Code 3: looking failed, the bytes say why.
@@ -28,7 +30,8 @@
 
 namespace {
 
-constexpr std::wstring_view programFile = L"Quillet.exe";
+// The program's path, or as much of its end as matters.
+std::wstring programFile = L"\\Quillet.exe";
 constexpr std::wstring_view mainTitle = L"Quillet";
 
 // The visible top-level windows of the program.
@@ -47,9 +50,7 @@ bool belongsToProgram(HWND window) {
   DWORD length = MAX_PATH;
   const bool known = QueryFullProcessImageNameW(process, 0, path, &length);
   CloseHandle(process);
-  const std::wstring_view file = known ? std::wstring_view(path, length) : L"";
-  return file.size() > programFile.size() && file.ends_with(programFile) &&
-         file[file.size() - programFile.size() - 1] == L'\\';
+  return known && std::wstring_view(path, length).ends_with(programFile);
 }
 
 BOOL CALLBACK sortWindow(HWND window, LPARAM context) {
@@ -142,14 +143,20 @@ int waitForWindow(double seconds) {
   return 1;
 }
 
-// False when another program keeps the clipboard.
-bool copy(const std::string& utf8) {
+std::wstring wide(const std::string& utf8) {
   const int size = static_cast<int>(utf8.size());
-  const int units = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
-  const HGLOBAL memory =
-      GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, (static_cast<SIZE_T>(units) + 1) * sizeof(wchar_t));
+  std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)),
+                    L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, text.data(), static_cast<int>(text.size()));
+  return text;
+}
+
+// False when another program keeps the clipboard.
+bool copy(const std::wstring& text) {
+  const SIZE_T size = (text.size() + 1) * sizeof(wchar_t);
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
   if (!memory) return false;
-  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, static_cast<wchar_t*>(GlobalLock(memory)), units);
+  std::memcpy(GlobalLock(memory), text.c_str(), size);
   GlobalUnlock(memory);
   // Without an owner the clipboard takes nothing.
   const HWND owner =
@@ -174,10 +181,18 @@ Answer answerTo(const std::string& command, const std::string& argument) {
     const HWND window = findWindows().main;
     return {window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1, {}};
   }
+  if (command == "minimize") {
+    const HWND window = findWindows().main;
+    return {window && ShowWindow(window, SW_MINIMIZE) ? 0 : 1, {}};
+  }
+  if (command == "look-at") {
+    programFile = wide(argument) + L"\\Quillet.exe";
+    return {};
+  }
   if (command == "copy") {
     std::string text(std::strtoul(argument.c_str(), nullptr, 10), '\0');
     text.resize(std::fread(text.data(), 1, text.size(), stdin));
-    return {copy(text) ? 0 : 1, {}};
+    return {copy(wide(text)) ? 0 : 1, {}};
   }
   return {64, "no such request: " + command};
 }
@@ -187,13 +202,13 @@ Answer answerTo(const std::string& command, const std::string& argument) {
 int main() {
   _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
-  char line[256];
+  char line[4096];
   while (std::fgets(line, sizeof(line), stdin)) {
     const std::string request(line, std::strcspn(line, "\n"));
     const std::size_t blank = std::min(request.find(' '), request.size());
     Answer answer;
     try {
-      answer = answerTo(request.substr(0, blank), request.substr(blank));
+      answer = answerTo(request.substr(0, blank), request.substr(std::min(blank + 1, request.size())));
     } catch (const std::exception& problem) {
       answer = {3, problem.what()};
     }
