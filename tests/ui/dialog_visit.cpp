@@ -19,23 +19,41 @@ HWND shownDialog() {
 }  // namespace
 
 DialogVisit::DialogVisit(std::vector<Step> steps)
-    : steps_(std::move(steps)), timer_(SetTimer(nullptr, 0, 20, onTimer)) {
+    : steps_(std::move(steps)),
+      timer_(SetTimer(nullptr, 0, 20, onTimer)),
+      hook_(SetWindowsHookExW(WH_CALLWNDPROC, onSent, nullptr, GetCurrentThreadId())) {
   activeVisit = this;
 }
 
 DialogVisit::~DialogVisit() {
+  UnhookWindowsHookEx(hook_);
   KillTimer(nullptr, timer_);
   activeVisit = nullptr;
   EXPECT_EQ(next_, steps_.size()) << "steps taken in the dialog";
 }
 
-void CALLBACK DialogVisit::onTimer(HWND, UINT, UINT_PTR, DWORD) {
-  const HWND dialog = activeVisit ? shownDialog() : nullptr;
+void DialogVisit::act() {
+  const HWND dialog = shownDialog();
   if (!dialog) return;
-  if (activeVisit->next_ < activeVisit->steps_.size())
-    activeVisit->steps_[activeVisit->next_++](dialog);
+  if (next_ < steps_.size())
+    steps_[next_++](dialog);
   else
-    EndDialog(dialog, notEnded);
+    hadToEndOne_ = EndDialog(dialog, notEnded) != 0;
+}
+
+// For a box without an owner, which tells nobody that it waits.
+void CALLBACK DialogVisit::onTimer(HWND, UINT, UINT_PTR, DWORD) {
+  if (activeVisit) activeVisit->act();
+}
+
+// A dialog tells its owner whenever it has nothing left to do.
+LRESULT CALLBACK DialogVisit::onSent(int code, WPARAM wParam, LPARAM lParam) {
+  const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+  if (code == HC_ACTION && activeVisit && sent.message == WM_ENTERIDLE && sent.wParam == MSGF_DIALOGBOX) {
+    activeVisit->act();
+    PostMessageW(reinterpret_cast<HWND>(sent.lParam), WM_NULL, 0, 0);  // so that it looks up again
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 std::vector<COLORREF> pictureOf(HWND window) {

@@ -17,12 +17,18 @@ class DialogVisit {
   DialogVisit(const DialogVisit&) = delete;
   DialogVisit& operator=(const DialogVisit&) = delete;
 
+  bool hadToEndOne() const { return hadToEndOne_; }
+
  private:
   static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD);
+  static LRESULT CALLBACK onSent(int code, WPARAM wParam, LPARAM lParam);
+  void act();
 
   std::vector<Step> steps_;
   std::size_t next_ = 0;
+  bool hadToEndOne_ = false;
   UINT_PTR timer_;
+  HHOOK hook_;
 };
 
 // What a window shows on the screen, row by row.

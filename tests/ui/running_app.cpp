@@ -52,6 +52,7 @@ ProgramFolder::ProgramFolder(Link link) {
   GetTempPathW(MAX_PATH, temp);
   path_ = toUtf8(temp) + "quillet-ui-" + std::to_string(GetCurrentProcessId()) + "-" +
           std::to_string(++number) + "\\";
+  removeTree(toWide(path_));  // left by a run that was killed
   std::string made = path_;
   CreateDirectoryW(toWide(made).c_str(), nullptr);
   for (const char* part : {"Skin\\", "Default\\", "SMS\\"})
