@@ -18,6 +18,7 @@ class FolderTable {
   FolderTable() = default;
   explicit FolderTable(std::vector<SmsRecord> records) : records_(std::move(records)) {}
 
+  void reserve(std::size_t count) { records_.reserve(count); }
   // A new record behind the last one: empty texts, Index -1.
   SmsRecord& append() { return records_.emplace_back(); }
   SmsRecord& append(SmsRecord record) { return records_.emplace_back(std::move(record)); }

@@ -10,16 +10,14 @@ namespace store {
 
 namespace {
 
-constexpr std::string_view lineEnd = " \r\n";
-
 // Most texts have no break and are taken over at once.
 void appendUnbroken(std::string& text, std::string_view value, LineBreaks breaks) {
-  // A NUL would end the line for other readers of the file.
-  constexpr std::array<char, 3> lineBreaks{'\r', '\n', '\0'};
-  if (std::ranges::none_of(lineBreaks, [&](char c) { return value.find(c) != std::string_view::npos; })) {
+  if (isPlainText(value)) {
     text += value;
     return;
   }
+  // A NUL would end the line for other readers of the file.
+  constexpr std::array<char, 3> lineBreaks{'\r', '\n', '\0'};
   for (const char c : value) {
     if (std::ranges::find(lineBreaks, c) == lineBreaks.end()) {
       text += c;
@@ -29,10 +27,9 @@ void appendUnbroken(std::string& text, std::string_view value, LineBreaks breaks
   }
 }
 
-void appendLine(std::string& text, std::string_view key, std::string_view value,
+void appendLine(std::string& text, std::string_view start, std::string_view value,
                 LineBreaks breaks = LineBreaks::stored) {
-  text += key;
-  text += " = ";
+  text += start;
   appendUnbroken(text, value, breaks);
   text += lineEnd;
 }
@@ -54,10 +51,10 @@ void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, 
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), record.Index).ptr;
     digitCount = static_cast<std::size_t>(end - digits.data());
   }
-  appendLine(text, lineKeys[0], record.Content, breaks);
-  appendLine(text, lineKeys[1], record.Phone);
-  appendLine(text, lineKeys[2], record.Time);
-  appendLine(text, lineKeys[3], std::string_view(digits.data(), digitCount));
+  appendLine(text, lineStarts[0], record.Content, breaks);
+  appendLine(text, lineStarts[1], record.Phone);
+  appendLine(text, lineStarts[2], record.Time);
+  appendLine(text, lineStarts[3], std::string_view(digits.data(), digitCount));
 }
 
 void appendGroups(std::string& text, std::span<const SmsRecord> records) {

@@ -14,6 +14,9 @@
 namespace store {
 
 inline constexpr std::array<std::string_view, 4> lineKeys{"Content", "Phone", "Time", "Index"};
+// What stands before a value, and behind it.
+inline constexpr std::array<std::string_view, 4> lineStarts{"Content = ", "Phone = ", "Time = ", "Index = "};
+inline constexpr std::string_view lineEnd = " \r\n";
 inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
 // What becomes of line breaks in a message text. In the other texts each becomes a blank.

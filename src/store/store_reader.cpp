@@ -53,9 +53,10 @@ class Reader {
     shape_.marked = bytes.starts_with(utf8Mark);
     if (shape_.marked) bytes.remove_prefix(utf8Mark.size());
     shape_.blank = bytes.empty();
+    size_ = bytes.size();
     if (shape_.blank) return shape_;
-    shape_.whole = bytes.find('\0') == none;
     while (!bytes.empty()) {
+      if (place_ == Place::inside && field_ == 0 && takeWrittenMessage(bytes)) continue;
       const std::size_t end = bytes.find('\n');
       std::string_view line = bytes.substr(0, end);
       bytes.remove_prefix(end == none ? bytes.size() : end + 1);
@@ -71,9 +72,48 @@ class Reader {
  private:
   enum class Place { before, inside, behind };
 
+  // So many messages show how much room the table needs for the others.
+  static constexpr std::size_t few = 16;
+
   void misalign() { shape_.whole = shape_.aligned = false; }
 
+  // Nearly all messages are just as the writer makes them, from texts with which nothing can go wrong: those
+  // are taken in one go. False when the next one needs the look at every line that takeLine has.
+  bool takeWrittenMessage(std::string_view& bytes) {
+    std::string_view rest = bytes;
+    std::string_view content;
+    std::string_view phone;
+    std::string_view time;
+    std::string_view number;
+    if (!takeWrittenLine<0>(rest, content) || !takeWrittenLine<1>(rest, phone) ||
+        !takeWrittenLine<2>(rest, time) || !takeWrittenLine<3>(rest, number))
+      return false;
+    const std::int32_t index = leadingNumber(number);
+    if (!isWrittenIndex(number, index)) return false;
+    SmsRecord& record = table_.append();
+    record.Content = content;
+    record.Time = time;
+    record.Phone = phone;
+    record.Index = index;
+    bytes = rest;
+    if (table_.size() == few) table_.reserve(few + few * bytes.size() / (size_ - bytes.size()));
+    return true;
+  }
+
+  template <std::size_t field>
+  static bool takeWrittenLine(std::string_view& bytes, std::string_view& value) {
+    constexpr std::string_view start = lineStarts[field];
+    const std::size_t end = bytes.find('\n');
+    if (end == none || end + 1 < start.size() + lineEnd.size() || !bytes.starts_with(start)) return false;
+    const std::string_view behind = bytes.substr(start.size(), end + 1 - start.size());
+    if (!behind.ends_with(lineEnd)) return false;
+    value = behind.substr(0, behind.size() - lineEnd.size());
+    bytes.remove_prefix(end + 1);
+    return isPlainText(value) && value.find('=') == none;
+  }
+
   void takeLine(std::string_view line) {
+    if (line.find('\0') != none) shape_.whole = false;
     if (line.starts_with('[') && place_ == Place::before && isOwnHeader(line)) {
       place_ = Place::inside;
     } else if (line.starts_with('[')) {
@@ -159,6 +199,7 @@ class Reader {
   const CodePage& codePage_;
   FolderTable& table_;
   StoreShape shape_;
+  std::size_t size_ = 0;  // of the text
   Place place_ = Place::before;
   std::size_t field_ = 0;  // the one that the next line fills, by its place in lineKeys
   std::string decoded_;

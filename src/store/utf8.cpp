@@ -29,20 +29,38 @@ std::size_t characterLength(std::string_view text) {
   return length;
 }
 
+constexpr std::uint64_t highBits = 0x8080808080808080;
+constexpr std::uint64_t blanks = 0x2020202020202020;
+
+// Whether `find`, which looks at eight characters at once, finds nothing (0) in the whole text.
+template <class Find>
+bool noWord(std::string_view text, Find find) {
+  constexpr std::size_t width = sizeof(std::uint64_t);
+  const auto wordAt = [text](std::size_t place) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + place, width);
+    return word;
+  };
+  std::uint64_t found = 0;
+  if (text.size() < width) {
+    std::uint64_t word = blanks;
+    std::memcpy(&word, text.data(), text.size());
+    return find(word) == 0;
+  }
+  const std::size_t words = text.size() / width;
+  for (std::size_t i = 0; i < words; ++i) found |= find(wordAt(i * width));
+  return (found | find(wordAt(text.size() - width))) == 0;
+}
+
 }  // namespace
 
 bool isAscii(std::string_view text) {
-  constexpr std::uint64_t highBits = 0x8080808080808080;
-  std::size_t i = 0;
-  for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data() + i, sizeof word);
-    if ((word & highBits) != 0) return false;
-  }
-  for (; i < text.size(); ++i) {
-    if ((static_cast<unsigned char>(text[i]) & 0x80u) != 0) return false;
-  }
-  return true;
+  return noWord(text, [](std::uint64_t word) { return word & highBits; });
+}
+
+bool isPlainText(std::string_view text) {
+  // What is below a blank borrows from its high bit.
+  return noWord(text, [](std::uint64_t word) { return (word | (word - blanks)) & highBits; });
 }
 
 bool isValidUtf8(std::string_view text) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "store/store_format.h"
+#include "store/utf8.h"
 #include "support/fake_code_pages.h"
 
 namespace {
@@ -65,6 +66,14 @@ const std::vector<Case> cases{
     {"a filed message without a number", index("Index =  "), {withIndex(0)}},
     {"empty texts", header + "Content =  \r\nPhone =  \r\nTime =  \r\nIndex =  \r\n", {empty}},
     {"other letter case in the section", "[pcInbox] \r\n" + group, {hi}},
+    {"a usual message behind an unusual one", content("Content = a\tb ") + group, {withContent("a\tb"), hi}},
+    {"a comment between two messages", header + group + "; x\r\n" + group, {hi, hi}, false},
+    {"a blank line within a message",
+     header + "Content = hi \r\n\r\n" + group.substr(group.find("Phone")) + group,
+     {hi, hi}},
+    {"a line feed alone within a message",
+     header + "Content = hi \n" + group.substr(group.find("Phone")),
+     {hi}},
     {"blank lines", "\r\n" + header + "  \t\r\n" + group + "\n\r\n", {hi}},
     // Values
     {"blanks belong to the text", content("Content =   hi    "), {withContent("  hi   ")}},
@@ -167,6 +176,21 @@ TEST(StoreReaderTest, EveryRule) {
     ASSERT_EQ(longer.size(), c.records.size() + 1);
     EXPECT_EQ(longer[c.records.size()], hi);
     for (std::size_t i = 0; i < c.records.size(); ++i) EXPECT_EQ(longer[i], c.records[i]);
+  }
+}
+
+TEST(StoreFormatTest, OneCharacterTellsPlainTextAndAsciiAtEveryPlace) {
+  for (std::size_t length = 0; length <= 40; ++length) {
+    const std::string text(length, ' ');
+    EXPECT_TRUE(store::isPlainText(text) && store::isAscii(text)) << length;
+    for (std::size_t place = 0; place < length; ++place) {
+      for (int c = 0; c < 256; ++c) {
+        std::string other = text;
+        other[place] = static_cast<char>(c);
+        ASSERT_EQ(store::isPlainText(other), c >= 0x20 && c < 0x80) << length << ' ' << place << ' ' << c;
+        ASSERT_EQ(store::isAscii(other), c < 0x80) << length << ' ' << place << ' ' << c;
+      }
+    }
   }
 }
 
