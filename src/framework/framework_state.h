@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <unordered_map>
+
 namespace framework {
 
 class CWinApp;
@@ -10,8 +12,9 @@ class CWnd;
 // What the framework keeps for the whole process.
 struct FrameworkState {
   CWinApp* app = nullptr;
-  HMODULE resourceModule = nullptr;  // the resource library; null = the program's own resources alone
-  CWnd* awaitingWindow = nullptr;    // what the next created window belongs to; set by CreationScope only
+  HMODULE resourceModule = nullptr;         // the resource library; null = the program's own resources alone
+  std::unordered_map<HWND, CWnd*> objects;  // the attached ones, by their windows
+  CWnd* awaitingWindow = nullptr;  // what the next created window belongs to; set by CreationScope only
 };
 
 inline FrameworkState& frameworkState() {

@@ -1,13 +1,12 @@
 #include "framework/wnd.h"
 
+#include <new>
+
 #include "framework/framework_state.h"
 #include "framework/text.h"
 
 namespace framework {
 namespace {
-
-constexpr UINT_PTR subclassId = 1;
-constexpr wchar_t objectProperty[] = L"Quillet.Window";
 
 // What escapes a handler is lack of memory, so this asks for none.
 void reportOutOfMemory() {
@@ -25,7 +24,9 @@ CWnd::~CWnd() {
 }
 
 CWnd* CWnd::fromHandle(HWND window) {
-  return window ? static_cast<CWnd*>(GetPropW(window, objectProperty)) : nullptr;
+  const auto& objects = frameworkState().objects;
+  const auto found = objects.find(window);
+  return found == objects.end() ? nullptr : found->second;
 }
 
 bool CWnd::create(const CREATESTRUCTW& wanted) {
@@ -56,14 +57,31 @@ void CWnd::destroy() {
   DestroyWindow(handle_);
 }
 
+// By its window procedure and a table here, not by the system's subclassing: that looks up a property of the
+// window several times for every message, and a list is filled with thousands of messages.
 bool CWnd::attach(HWND window) {
-  if (handle_ || !SetPropW(window, objectProperty, this)) return false;
-  if (!SetWindowSubclass(window, subclassProc, subclassId, reinterpret_cast<DWORD_PTR>(this))) {
-    RemovePropW(window, objectProperty);
+  if (handle_ || fromHandle(window)) return false;
+  try {
+    frameworkState().objects.emplace(window, this);
+  } catch (const std::bad_alloc&) {
+    return false;  // the caller may be Windows
+  }
+  former_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&CWnd::attachedProc)));
+  if (!former_) {
+    frameworkState().objects.erase(window);
     return false;
   }
   handle_ = window;
   return true;
+}
+
+void CWnd::detach() {
+  // Whoever came in between keeps the window.
+  if (GetWindowLongPtrW(handle_, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(&CWnd::attachedProc))
+    SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(former_));
+  frameworkState().objects.erase(handle_);
+  handle_ = nullptr;
 }
 
 std::string CWnd::text() const {
@@ -85,7 +103,7 @@ bool CWnd::preTranslateMessage(MSG&) {
 }
 
 LRESULT CWnd::defaultProcessing() {
-  return DefSubclassProc(handle_, current_.message, current_.wParam, current_.lParam);
+  return CallWindowProcW(former_, handle_, current_.message, current_.wParam, current_.lParam);
 }
 
 const MessageEntry* CWnd::findHandler(UINT message, UINT code, UINT id) const {
@@ -126,9 +144,10 @@ LRESULT CWnd::windowProc(UINT message, WPARAM wParam, LPARAM lParam) {
   return defaultProcessing();
 }
 
-LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                    DWORD_PTR object) {
-  auto& self = *reinterpret_cast<CWnd*>(object);
+LRESULT CALLBACK CWnd::attachedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  CWnd* const object = fromHandle(window);
+  if (!object) return DefWindowProcW(window, message, wParam, lParam);
+  CWnd& self = *object;
   const Current outer = self.current_;
   self.current_ = {message, wParam, lParam};
   LRESULT result = 0;
@@ -141,11 +160,7 @@ LRESULT CALLBACK CWnd::subclassProc(HWND window, UINT message, WPARAM wParam, LP
     if (message == WM_PAINT) ValidateRect(window, nullptr);
     reportOutOfMemory();
   }
-  if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(window, subclassProc, subclassId);
-    RemovePropW(window, objectProperty);
-    self.handle_ = nullptr;
-  }
+  if (message == WM_NCDESTROY) self.detach();
   self.current_ = outer;
   return result;
 }

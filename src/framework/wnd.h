@@ -53,12 +53,14 @@ class CWnd : public CCmdTarget {
     LPARAM lParam;
   };
 
-  static LRESULT CALLBACK subclassProc(HWND, UINT, WPARAM, LPARAM, UINT_PTR, DWORD_PTR);
+  static LRESULT CALLBACK attachedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void detach();
   const MessageEntry* findHandler(UINT message, UINT code, UINT id) const;
   // Offers a notification to the control that it comes from.
   bool reflect(WPARAM wParam, LPARAM lParam, LRESULT& result);
 
   HWND handle_ = nullptr;
+  WNDPROC former_ = nullptr;  // the window's own procedure
   Current current_{};
 };
 

@@ -1,9 +1,4 @@
 // The commands on the rows: sort, delete, save, select all.
-#include <windows.h>
-
-#include <commdlg.h>
-#include <shlobj.h>
-
 #include <algorithm>
 #include <functional>
 
@@ -12,6 +7,7 @@
 #include "framework/wait_cursor.h"
 #include "list/list_sorter.h"
 #include "list/quillet_view.h"
+#include "list/text_file_question.h"
 #include "list/transfer.h"
 #include "resources/resource_ids.h"
 #include "skin/delete_confirm_dialog.h"
@@ -22,7 +18,6 @@ namespace list {
 namespace {
 
 using framework::loadString;
-using framework::toWide;
 
 bool consents(HWND owner, bool all) {
   skin::DeleteConfirmDialog question;
@@ -35,29 +30,6 @@ bool consents(HWND owner, bool all) {
 std::optional<store::Folder> selectedPcFolder() {
   const auto folder = store::selectedFolder(store::folderState());
   return folder && store::isOnPc(*folder) ? folder : std::nullopt;
-}
-
-// Asks for a text file to save in; empty when the person thinks better of it.
-std::string askForTextFile(HWND owner) {
-  wchar_t documents[MAX_PATH] = L"";
-  SHGetSpecialFolderPathW(owner, documents, CSIDL_PERSONAL, FALSE);
-  std::wstring filter = toWide(loadString(IDS_TEXT_FILES));
-  filter += L'\0';
-  filter += L"*.TXT";
-  filter += L'\0';
-  const std::wstring title = toWide(loadString(IDS_SAVE_TITLE));
-  wchar_t path[32768] = L"";
-  OPENFILENAMEW ask{};
-  ask.lStructSize = sizeof ask;
-  ask.hwndOwner = owner;
-  ask.lpstrFilter = filter.c_str();
-  ask.lpstrFile = path;
-  ask.nMaxFile = static_cast<DWORD>(std::size(path));
-  ask.lpstrInitialDir = documents;
-  ask.lpstrTitle = title.c_str();
-  ask.lpstrDefExt = L"txt";
-  ask.Flags = OFN_EXPLORER | OFN_PATHMUSTEXIST | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  return GetSaveFileNameW(&ask) ? framework::toUtf8(path) : std::string();
 }
 
 }  // namespace
