@@ -8,7 +8,6 @@
 #include "list/list_sorter.h"
 #include "list/quillet_view.h"
 #include "list/text_file_question.h"
-#include "list/transfer.h"
 #include "resources/resource_ids.h"
 #include "skin/delete_confirm_dialog.h"
 #include "store/folder_state.h"
@@ -78,6 +77,7 @@ void CQuilletView::keepOrder() {
 }
 
 void CQuilletView::numberRows() {
+  const framework::CRedrawLock lock(*this);
   for (int row = 0; row < itemCount(); ++row) setItemData(row, row);
 }
 
@@ -101,13 +101,9 @@ void CQuilletView::onDelete() {
   std::sort(slots.begin(), slots.end(), std::greater<>());  // so that those still to go keep their slots
   const framework::CWaitCursor wait;
   const int firstRow = nextSelected(-1);
-  // One message after the other, the last row's first: each leaves the file whole, and a failure leaves the
-  // rest where it is.
-  std::size_t deleted = 0;
-  for (; deleted < slots.size(); ++deleted) {
-    showStatus(IDS_DELETING, {std::to_string(deleted + 1), std::to_string(slots.size())});
-    if (!records_->replaceRecords(*folder, without(records_->records(*folder), slots[deleted]))) break;
-  }
+  const std::size_t deleted = records_->removeRecords(*folder, slots, [&](std::size_t gone) {
+    showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
+  });
   removeRows(std::span(slots).first(deleted));
   const int focused = std::min(firstRow, itemCount() - 1);
   if (focused >= 0) ListView_SetItemState(handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);

@@ -31,12 +31,4 @@ bool transferMessages(FolderRecords& folders, store::Folder source, store::Folde
   return false;
 }
 
-std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot) {
-  std::vector<store::SmsRecord> left;
-  left.reserve(records.size());
-  for (std::size_t i = 0; i < records.size(); ++i)
-    if (i != slot) left.push_back(records[i]);
-  return left;
-}
-
 }  // namespace list

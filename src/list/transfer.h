@@ -26,7 +26,4 @@ Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const 
 bool transferMessages(FolderRecords& folders, store::Folder source, store::Folder target,
                       std::span<const std::size_t> slots);
 
-// The records without that slot.
-std::vector<store::SmsRecord> without(std::span<const store::SmsRecord> records, std::size_t slot);
-
 }  // namespace list

@@ -72,6 +72,8 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   }
   bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) override;
   bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override;
+  std::size_t removeRecords(store::Folder folder, std::span<const std::size_t> slots,
+                            const std::function<void(std::size_t gone)>& next) override;
   bool saveText(const std::string& path, std::span<const store::SmsRecord> records) override;
   void showStatus(const std::string& text) override { services_.showStatus(text); }
 

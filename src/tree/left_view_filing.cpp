@@ -1,4 +1,6 @@
 // Filing: what is dropped on a folder, and the changes that the list asks for.
+#include <utility>
+
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
@@ -34,6 +36,24 @@ bool CLeftView::rewriteFolder(store::Folder folder, std::vector<store::SmsRecord
   tables_[folder] = store::FolderTable(std::move(records));
   setCount(folder);
   return true;
+}
+
+std::size_t CLeftView::removeRecords(store::Folder folder, std::span<const std::size_t> slots,
+                                     const std::function<void(std::size_t gone)>& next) {
+  store::FolderTable& table = tables_[folder];
+  const auto records = std::as_const(table).records();
+  store::FolderTable left({records.begin(), records.end()});
+  std::size_t gone = 0;
+  for (; gone < slots.size() && slots[gone] < left.size(); ++gone) {
+    next(gone);
+    left.erase(slots[gone]);
+    const store::WriteResult written = storeFile(folder).rewrite(left.records());
+    services_.reportWrite(written, IDS_CANNOT_CHANGE);
+    if (!written.ok()) break;
+    table.erase(slots[gone]);
+    setCount(folder);
+  }
+  return gone;
 }
 
 bool CLeftView::saveText(const std::string& path, std::span<const store::SmsRecord> records) {

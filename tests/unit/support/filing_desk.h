@@ -30,6 +30,10 @@ class FilingDesk : public list::FolderRecords {
   bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override {
     return replaceRecords(folder, std::move(records));
   }
+  std::size_t removeRecords(store::Folder, std::span<const std::size_t>,
+                            const std::function<void(std::size_t)>&) override {
+    return 0;
+  }
   bool saveText(const std::string&, std::span<const store::SmsRecord>) override { return false; }
   void showStatus(const std::string&) override {}
 
