@@ -11,7 +11,8 @@ if(WIN32)
   target_compile_definitions(quillet_options INTERFACE
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _WIN32_IE=0x0A00)
   target_compile_options(quillet_options INTERFACE -ffunction-sections -fdata-sections)
-  target_link_options(quillet_options INTERFACE -static -Wl,--gc-sections)
+  # Sections at whole pages of the file can be mapped as they are; others are copied into memory under Wine.
+  target_link_options(quillet_options INTERFACE -static -Wl,--gc-sections -Wl,--file-alignment,0x1000)
 endif()
 
 option(QUILLET_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)

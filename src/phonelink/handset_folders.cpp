@@ -12,9 +12,9 @@ bool belongsTo(store::Folder folder, std::uint16_t status) {
 }
 
 void readHandsetFolder(PhoneLink& link, store::Folder folder, store::FolderTable& table) {
-  table.clear();
-  auto listed = folder == store::Folder::MInbox ? link.receivedMessages() : link.outgoingMessages();
-  for (store::SmsRecord& record : listed) table.append(std::move(record));
+  table = {};
+  table =
+      store::FolderTable(folder == store::Folder::MInbox ? link.receivedMessages() : link.outgoingMessages());
   for (HandsetMessage& message : link.handsetMessages())
     if (belongsTo(folder, message.status)) table.append(std::move(message.record));
 }

@@ -60,18 +60,20 @@ void PhoneLink::close() {
   if (points_.zelCloseSIM) points_.zelCloseSIM();
 }
 
-std::size_t PhoneLink::fill(Read read, std::size_t entrySize) {
-  if (!read) return 0;
-  buffer_.assign(maxEntries * entrySize, std::byte{0});
-  return static_cast<std::size_t>(std::clamp(read(buffer_.data()), 0, static_cast<int>(maxEntries)));
+PhoneLink::Entries PhoneLink::fill(Read read, std::size_t entrySize) {
+  if (!read) return {};
+  Entries entries{std::vector<std::byte>(maxEntries * entrySize)};
+  const int count = read(entries.bytes.data());
+  entries.count = static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(maxEntries)));
+  return entries;
 }
 
 std::vector<store::SmsRecord> PhoneLink::messages(Read read) {
-  const std::size_t count = fill(read, messageEntrySize);
+  const Entries entries = fill(read, messageEntrySize);
   std::vector<store::SmsRecord> records;
-  records.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const MessageEntry entry = decodeMessage(entryAt<messageEntrySize>(buffer_, 0, i));
+  records.reserve(entries.count);
+  for (std::size_t i = 0; i < entries.count; ++i) {
+    const MessageEntry entry = decodeMessage(entryAt<messageEntrySize>(entries.bytes, 0, i));
     records.push_back(recordOf(entry, wideTexts_, codePage_));
   }
   return records;
@@ -86,11 +88,11 @@ std::vector<store::SmsRecord> PhoneLink::outgoingMessages() {
 }
 
 std::vector<HandsetMessage> PhoneLink::handsetMessages() {
-  const std::size_t count = fill(points_.zelGetHandSetSMS, handsetEntrySize);
+  const Entries entries = fill(points_.zelGetHandSetSMS, handsetEntrySize);
   std::vector<HandsetMessage> found;
-  found.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const MessageEntry entry = decodeHandsetMessage(entryAt<handsetEntrySize>(buffer_, 0, i));
+  found.reserve(entries.count);
+  for (std::size_t i = 0; i < entries.count; ++i) {
+    const MessageEntry entry = decodeHandsetMessage(entryAt<handsetEntrySize>(entries.bytes, 0, i));
     found.push_back({recordOf(entry, wideTexts_, codePage_), entry.status});
   }
   return found;
@@ -113,25 +115,26 @@ bool PhoneLink::send(const std::string& number, const std::string& text, bool wi
   return points_.zelSendSMS(bytes.data()) != -1;
 }
 
-std::size_t PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {
-  if (!read) return 0;
-  buffer_.assign(size, std::byte{0});
+PhoneLink::Entries PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {
+  if (!read) return {};
+  Entries entries{std::vector<std::byte>(size)};
   const auto most = static_cast<int>((size - contactHeadSize) / entrySize);
-  return static_cast<std::size_t>(std::clamp(read(buffer_.data()), 0, most));
+  entries.count = static_cast<std::size_t>(std::clamp(read(entries.bytes.data()), 0, most));
+  return entries;
 }
 
 std::vector<Contact> PhoneLink::contacts() {
   std::vector<Contact> found;
   if (!points_.zelInitPB || points_.zelInitPB() == 0) return found;
-  const std::size_t standard = fillContacts(points_.zelGetPB, contactBufferSize, contactEntrySize);
-  for (std::size_t i = 0; i < standard; ++i) {
-    const ContactEntry entry = decodeContact(entryAt<contactEntrySize>(buffer_, contactHeadSize, i));
+  const Entries standard = fillContacts(points_.zelGetPB, contactBufferSize, contactEntrySize);
+  for (std::size_t i = 0; i < standard.count; ++i) {
+    const ContactEntry entry = decodeContact(entryAt<contactEntrySize>(standard.bytes, contactHeadSize, i));
     found.push_back({codePage_.decode(entry.name), codePage_.decode(entry.number)});
   }
-  const std::size_t wide = fillContacts(points_.zelGetPB_KOVA, wideContactBufferSize, wideContactEntrySize);
-  for (std::size_t i = 0; i < wide; ++i) {
+  const Entries wide = fillContacts(points_.zelGetPB_KOVA, wideContactBufferSize, wideContactEntrySize);
+  for (std::size_t i = 0; i < wide.count; ++i) {
     const WideContactEntry entry =
-        decodeWideContact(entryAt<wideContactEntrySize>(buffer_, contactHeadSize, i));
+        decodeWideContact(entryAt<wideContactEntrySize>(wide.bytes, contactHeadSize, i));
     found.push_back({shownName(entry.name), codePage_.decode(entry.number)});
   }
   return found;

@@ -59,17 +59,22 @@ class PhoneLink {
  private:
   using Read = int(PHONELINK_CALL*)(void*);
 
-  // Zeroes the shared buffer and lets the library fill it; the number of entries that are really there.
-  std::size_t fill(Read read, std::size_t entrySize);
+  // What the library filled, and how many entries are really there.
+  struct Entries {
+    std::vector<std::byte> bytes;
+    std::size_t count = 0;
+  };
+
+  // Lets the library fill a zeroed buffer.
+  static Entries fill(Read read, std::size_t entrySize);
   // The same for a phonebook buffer of `size` bytes with its head.
-  std::size_t fillContacts(Read read, std::size_t size, std::size_t entrySize);
+  static Entries fillContacts(Read read, std::size_t size, std::size_t entrySize);
   std::vector<store::SmsRecord> messages(Read read);
 
   const store::CodePage& codePage_;
   EntryPoints points_;
   bool bound_ = false;
   bool wideTexts_ = false;
-  std::vector<std::byte> buffer_;
 };
 
 }  // namespace phonelink
