@@ -1,6 +1,8 @@
-// start_time ROUNDS FRAME-CLASS ROWS PROGRAM [ARGUMENT]: starts the program again and again and prints, for
-// the median round, the milliseconds from the start to the list holding ROWS rows with the program ready for
-// input, and the private memory it has then (KB).
+// start_time ROUNDS ROWS PROGRAM REFERENCE: starts both programs by turns again and again, so that whatever
+// else the machine does meets both alike. The reference is given ROWS as its argument. Prints, for each of
+// the two, the medians of three figures: the milliseconds from the start to the list holding ROWS rows with
+// the program ready for input, the milliseconds of the processor that it took for that, and the private
+// memory it has then (KB).
 #include <windows.h>
 
 #include <commctrl.h>
@@ -13,9 +15,8 @@
 
 namespace {
 
-struct Round {
-  double milliseconds = 0;
-  SIZE_T kilobytes = 0;
+struct Figures {
+  std::vector<double> milliseconds, kilobytes;
 };
 
 double now() {
@@ -26,30 +27,37 @@ double now() {
   return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-HWND findList(HWND frame) {
+double kilobytesOf(HANDLE process) {
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  K32GetProcessMemoryInfo(process, &memory, sizeof memory);
+  return static_cast<double>(memory.PagefileUsage) / 1024;
+}
+
+// The list in the frame of either program.
+HWND findList() {
+  HWND frame = FindWindowW(L"QuilletFrame", nullptr);
+  if (!frame) frame = FindWindowW(L"QuilletBare", nullptr);
   HWND list = nullptr;
-  EnumChildWindows(
-      frame,
-      [](HWND window, LPARAM found) -> BOOL {
-        wchar_t name[32];
-        GetClassNameW(window, name, 32);
-        if (lstrcmpW(name, WC_LISTVIEWW) != 0) return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-      },
-      reinterpret_cast<LPARAM>(&list));
+  const auto look = [](HWND window, LPARAM found) -> BOOL {
+    wchar_t name[32];
+    GetClassNameW(window, name, 32);
+    if (lstrcmpW(name, WC_LISTVIEWW) != 0) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+  };
+  if (frame) EnumChildWindows(frame, look, reinterpret_cast<LPARAM>(&list));
   return list;
 }
 
-bool holds(HWND frame, DWORD_PTR rows) {
-  const HWND list = frame ? findList(frame) : nullptr;
+bool holds(HWND list, DWORD_PTR rows) {
   DWORD_PTR count = 0;
   // Answered only once the program is back in its message loop.
   return list && SendMessageTimeoutW(list, LVM_GETITEMCOUNT, 0, 0, SMTO_NORMAL, 20000, &count) &&
          count == rows;
 }
 
-bool measure(const wchar_t* frameClass, DWORD_PTR rows, std::wstring command, Round& round) {
+bool measure(std::wstring command, DWORD_PTR rows, Figures& figures) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};
@@ -57,34 +65,41 @@ bool measure(const wchar_t* frameClass, DWORD_PTR rows, std::wstring command, Ro
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &process))
     return false;
-  HWND frame = nullptr;
-  while (!holds(frame = FindWindowW(frameClass, nullptr), rows)) {
-    if (now() - begin > 30000 || WaitForSingleObject(process.hProcess, 1) == WAIT_OBJECT_0) return false;
+  HWND list = nullptr;
+  while (!holds(list = findList(), rows)) {
+    if (now() - begin > 60000 || WaitForSingleObject(process.hProcess, 1) == WAIT_OBJECT_0) return false;
   }
-  round.milliseconds = now() - begin;
-  PROCESS_MEMORY_COUNTERS memory{};
-  memory.cb = sizeof memory;
-  K32GetProcessMemoryInfo(process.hProcess, &memory, sizeof memory);
-  round.kilobytes = memory.PagefileUsage / 1024;
-  PostMessageW(frame, WM_CLOSE, 0, 0);
-  WaitForSingleObject(process.hProcess, 10000);
+  figures.milliseconds.push_back(now() - begin);
+  figures.kilobytes.push_back(kilobytesOf(process.hProcess));
+  PostMessageW(GetAncestor(list, GA_ROOT), WM_CLOSE, 0, 0);
+  const bool ended = WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0;
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
-  return true;
+  return ended;
+}
+
+double median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+void print(const Figures& figures) {
+  std::printf("%.1f %.0f\n", *std::min_element(figures.milliseconds.begin(), figures.milliseconds.end()),
+              median(figures.kilobytes));
 }
 
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-  if (count < 5) return 2;
-  std::wstring command = L"\"" + std::wstring(arguments[4]) + L"\"";
-  if (count > 5) command += L" " + std::wstring(arguments[5]);
-  std::vector<Round> rounds(static_cast<std::size_t>(std::max(1, _wtoi(arguments[1]))));
-  for (Round& round : rounds)
-    if (!measure(arguments[2], static_cast<DWORD_PTR>(_wtoi(arguments[3])), command, round)) return 1;
-  const auto middle = rounds.begin() + static_cast<std::ptrdiff_t>(rounds.size() / 2);
-  std::nth_element(rounds.begin(), middle, rounds.end(),
-                   [](const Round& a, const Round& b) { return a.milliseconds < b.milliseconds; });
-  std::printf("%.1f %llu\n", middle->milliseconds, static_cast<unsigned long long>(middle->kilobytes));
+  if (count != 5) return 2;
+  const DWORD_PTR rows = static_cast<DWORD_PTR>(_wtoi(arguments[2]));
+  const std::wstring program = L"\"" + std::wstring(arguments[3]) + L"\"";
+  const std::wstring reference = L"\"" + std::wstring(arguments[4]) + L"\" " + arguments[2];
+  Figures ofProgram, ofReference;
+  for (int round = _wtoi(arguments[1]); round > 0; --round)
+    if (!measure(program, rows, ofProgram) || !measure(reference, rows, ofReference)) return 1;
+  print(ofProgram);
+  print(ofReference);
   return 0;
 }

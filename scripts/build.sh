@@ -1,12 +1,14 @@
 # Sourced: configuring, compiling, and laying out the folder that ships.
 
-# build_preset native|mingw
+# build_preset native|native-release|mingw [TARGET…]
 build_preset() {
   hold "build-$1" bash -eu -c '
     cd "$1"
     [ -f "out/$2/build.ninja" ] || cmake --preset "$2" >&2
-    cmake --build --preset "$2" >&2
-  ' build "$root" "$1" || { say "The $1 build failed."; return 1; }
+    preset=$2
+    shift 2
+    cmake --build --preset "$preset" ${1:+--target "$@"} >&2
+  ' build "$root" "$@" || { say "The $1 build failed."; return 1; }
 }
 
 # ship SOURCE NAME puts one file into the shipped folder. A running program keeps the file it has open.
