@@ -12,6 +12,8 @@ constexpr bool holdsEverything(UINT page) {
 }  // namespace
 
 std::string WindowsCodePage::encode(std::u16string_view character) const {
+  // The same in every page that a system can have, and nearly all there is.
+  if (character.size() == 1 && character[0] < 0x80) return std::string(1, static_cast<char>(character[0]));
   // Without this flag a character that the page lacks may turn into another one that looks alike.
   const DWORD flags = holdsEverything(page_) ? 0 : WC_NO_BEST_FIT_CHARS;
   BOOL lacking = FALSE;
