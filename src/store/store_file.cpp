@@ -27,7 +27,7 @@ ReadResult StoreFile::read(FolderTable& table) {
   FolderTable records;
   const StoreShape shape = readStore(bytes, section_, codePage_, records);
   table = std::move(records);
-  known_ = {std::move(bytes), shape, shape.whole};
+  known_ = {digestOf(bytes), shape, shape.whole};
   isRead_ = true;
   status.outcome = FileOutcome::ok;
   return {status, shape.whole};
@@ -56,7 +56,7 @@ WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
   if (!status.ok()) return failure(status, path_);
 
   StoreShape shape = known_.shape;
-  if (bytes != known_.bytes) {
+  if (digestOf(bytes) != known_.bytes) {
     FolderTable unused;
     shape = readStore(bytes, section_, codePage_, unused);
   }
@@ -80,7 +80,7 @@ WriteResult StoreFile::appendTo(File& file, std::string bytes, StoreShape shape,
   if (!result.ok()) return result;
   // Until the next read the caller's records lack the new message.
   shape.blank = false;
-  known_ = {std::move(bytes += *tail), shape, false};
+  known_ = {digestOf(bytes += *tail), shape, false};
   return result;
 }
 
@@ -96,16 +96,16 @@ WriteResult StoreFile::realign(const std::string& bytes, const std::string& grou
 
 // Bytes that are not the ones last read or written come from elsewhere: no record of the caller holds them.
 bool StoreFile::wouldLose(const std::string& bytes) const {
-  if (bytes == known_.bytes) return !known_.held;
+  if (digestOf(bytes) == known_.bytes) return !known_.held;
   FolderTable records;
   return !readStore(bytes, section_, codePage_, records).whole || !records.empty();
 }
 
-WriteResult StoreFile::replaceWith(std::string bytes, bool held, const std::string* lost) {
+WriteResult StoreFile::replaceWith(const std::string& bytes, bool held, const std::string* lost) {
   WriteResult result = replaceFile(files_, path_, bytes, lost);
   if (!result.ok()) return result;
   const StoreShape shape{.blank = false, .marked = bytes.starts_with(utf8Mark)};
-  known_ = {std::move(bytes), shape, held};
+  known_ = {digestOf(bytes), shape, held};
   return result;
 }
 

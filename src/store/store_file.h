@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "store/code_page.h"
+#include "store/digest.h"
 #include "store/file_system.h"
 #include "store/folder_table.h"
 #include "store/sms_record.h"
@@ -44,10 +45,10 @@ class StoreFile {
   WriteResult append(const SmsRecord& message, LineBreaks breaks);
 
  private:
-  // The file's bytes after the last success, what they are like, and whether the caller's records hold them
-  // all.
+  // What the file's bytes were after the last success, what they are like, and whether the caller's records
+  // hold them all.
   struct Known {
-    std::string bytes;
+    Digest bytes;
     StoreShape shape;
     bool held = true;
   };
@@ -55,7 +56,7 @@ class StoreFile {
   bool wouldLose(const std::string& bytes) const;
   WriteResult appendTo(File& file, std::string bytes, StoreShape shape, const std::string& group);
   WriteResult realign(const std::string& bytes, const std::string& group);
-  WriteResult replaceWith(std::string bytes, bool held, const std::string* lost = nullptr);
+  WriteResult replaceWith(const std::string& bytes, bool held, const std::string* lost = nullptr);
 
   FileSystem& files_;
   const CodePage& codePage_;
