@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "store/utf8.h"
 #include "store/whole_file.h"
 
 namespace store {
@@ -39,9 +40,15 @@ WriteResult StoreFile::rewrite(std::span<const SmsRecord> records) {
   const FileStatus status = readFile(files_, path_, former);
   if (status.failed()) return failure(status, path_);
 
-  std::string text = headerLine(section_);
-  appendGroups(text, records);
-  return replaceWith(fileBytes(std::move(text), codePage_), true, wouldLose(former) ? &former : nullptr);
+  const bool losing = wouldLose(former);
+  // The room for the former bytes serves the new ones, unless those have to be put aside.
+  std::string text = losing ? std::string() : std::move(former);
+  text.clear();
+  text += headerLine(section_);
+  const bool plainHeader = isAscii(text);
+  const bool plain = appendGroups(text, records) && plainHeader;
+  if (!plain) text = fileBytes(std::move(text), codePage_);
+  return replaceWith(text, true, losing ? &former : nullptr);
 }
 
 WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {

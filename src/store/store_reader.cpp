@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <string>
+#include <system_error>
 
 #include "store/leading_number.h"
 #include "store/store_format.h"
@@ -37,11 +38,12 @@ bool equalInAnyCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, {}, lowered, lowered);
 }
 
-// Whether the writer makes this very value, from a number or for a message that has none.
-bool isWrittenIndex(std::string_view value, std::int32_t index) {
-  char digits[16];
-  const auto end = std::to_chars(digits, digits + sizeof digits, index).ptr;
-  return value.empty() || value == std::string_view(digits, static_cast<std::size_t>(end - digits));
+// Whether the writer makes this very value of a number.
+bool isWrittenNumber(std::string_view value, std::int32_t& number) {
+  const char* const end = value.data() + value.size();
+  const std::from_chars_result read = std::from_chars(value.data(), end, number);
+  const std::string_view digits = value.substr(value.starts_with('-') ? 1 : 0);
+  return read.ec == std::errc() && read.ptr == end && (value == "0" || !digits.starts_with('0'));
 }
 
 class Reader {
@@ -88,28 +90,26 @@ class Reader {
     if (!takeWrittenLine<0>(rest, content) || !takeWrittenLine<1>(rest, phone) ||
         !takeWrittenLine<2>(rest, time) || !takeWrittenLine<3>(rest, number))
       return false;
-    const std::int32_t index = leadingNumber(number);
-    if (!isWrittenIndex(number, index)) return false;
-    SmsRecord& record = table_.append();
-    record.Content = content;
-    record.Time = time;
-    record.Phone = phone;
-    record.Index = index;
+    std::int32_t index = 0;
+    if (!number.empty() && !isWrittenNumber(number, index)) return false;
+    table_.append({std::string(content), std::string(time), std::string(phone), index});
     bytes = rest;
     if (table_.size() == few) table_.reserve(few + few * bytes.size() / (size_ - bytes.size()));
     return true;
   }
 
+  // One look at a value: it ends where plain text ends, and that must be the line's end.
   template <std::size_t field>
   static bool takeWrittenLine(std::string_view& bytes, std::string_view& value) {
     constexpr std::string_view start = lineStarts[field];
-    const std::size_t end = bytes.find('\n');
-    if (end == none || end + 1 < start.size() + lineEnd.size() || !bytes.starts_with(start)) return false;
-    const std::string_view behind = bytes.substr(start.size(), end + 1 - start.size());
-    if (!behind.ends_with(lineEnd)) return false;
-    value = behind.substr(0, behind.size() - lineEnd.size());
-    bytes.remove_prefix(end + 1);
-    return isPlainText(value) && value.find('=') == none;
+    if (!bytes.starts_with(start)) return false;
+    const std::size_t length = plainLength(bytes.substr(start.size()), '=');
+    if (length == 0) return false;
+    const std::string_view end = bytes.substr(start.size() + length - 1);
+    if (!end.starts_with(lineEnd)) return false;
+    value = bytes.substr(start.size(), length - 1);
+    bytes = end.substr(lineEnd.size());
+    return true;
   }
 
   void takeLine(std::string_view line) {
@@ -181,8 +181,9 @@ class Reader {
         record.Time = value;
         break;
       default:
+        // A message that has none got an empty one.
+        if (!value.empty() && !isWrittenNumber(value, record.Index)) shape_.whole = false;
         record.Index = leadingNumber(value);
-        if (!isWrittenIndex(value, record.Index)) shape_.whole = false;
     }
     field_ = (field_ + 1) % lineKeys.size();
   }

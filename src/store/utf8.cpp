@@ -1,5 +1,6 @@
 #include "store/utf8.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,16 +32,24 @@ std::size_t characterLength(std::string_view text) {
 
 constexpr std::uint64_t highBits = 0x8080808080808080;
 constexpr std::uint64_t blanks = 0x2020202020202020;
+constexpr std::uint64_t ones = 0x0101010101010101;
+constexpr std::size_t width = sizeof(std::uint64_t);
+
+std::uint64_t wordAt(const char* place) {
+  std::uint64_t word;
+  std::memcpy(&word, place, width);
+  return word;
+}
+
+// The high bits of the characters that are not plain text, up to the first of them; behind it there may be
+// more. What is below a blank borrows from its high bit.
+std::uint64_t notPlain(std::uint64_t word) {
+  return (word | (word - blanks)) & highBits;
+}
 
 // Whether `find`, which looks at eight characters at once, finds nothing (0) in the whole text.
 template <class Find>
 bool noWord(std::string_view text, Find find) {
-  constexpr std::size_t width = sizeof(std::uint64_t);
-  const auto wordAt = [text](std::size_t place) {
-    std::uint64_t word;
-    std::memcpy(&word, text.data() + place, width);
-    return word;
-  };
   std::uint64_t found = 0;
   if (text.size() < width) {
     std::uint64_t word = blanks;
@@ -48,8 +57,8 @@ bool noWord(std::string_view text, Find find) {
     return find(word) == 0;
   }
   const std::size_t words = text.size() / width;
-  for (std::size_t i = 0; i < words; ++i) found |= find(wordAt(i * width));
-  return (found | find(wordAt(text.size() - width))) == 0;
+  for (std::size_t i = 0; i < words; ++i) found |= find(wordAt(text.data() + i * width));
+  return (found | find(wordAt(text.data() + text.size() - width))) == 0;
 }
 
 }  // namespace
@@ -59,8 +68,40 @@ bool isAscii(std::string_view text) {
 }
 
 bool isPlainText(std::string_view text) {
-  // What is below a blank borrows from its high bit.
-  return noWord(text, [](std::uint64_t word) { return (word | (word - blanks)) & highBits; });
+  return noWord(text, notPlain);
+}
+
+std::size_t plainLength(std::string_view text, char mark) {
+  static_assert(std::endian::native == std::endian::little, "the first character is a word's lowest byte");
+  const std::uint64_t marks = ones * static_cast<unsigned char>(mark);
+  const auto find = [marks](std::uint64_t word) {
+    return notPlain(word) | (((word ^ marks) - ones) & highBits);
+  };
+  std::size_t length = 0;
+  while (text.size() - length >= 2 * width &&
+         (find(wordAt(text.data() + length)) | find(wordAt(text.data() + length + width))) == 0)
+    length += 2 * width;
+  for (; text.size() - length >= width; length += width) {
+    if (const std::uint64_t found = find(wordAt(text.data() + length)))
+      return length + static_cast<std::size_t>(std::countr_zero(found)) / width;
+  }
+  while (length < text.size() && text[length] != mark && isBetween(text[length], ' ', 0x7F)) ++length;
+  return length;
+}
+
+bool copyIfPlain(std::string_view text, char* to) {
+  if (text.size() < width) {
+    text.copy(to, text.size());
+    return isPlainText(text);
+  }
+  const auto copyWord = [&](std::size_t place) {
+    const std::uint64_t word = wordAt(text.data() + place);
+    std::memcpy(to + place, &word, width);
+    return notPlain(word);
+  };
+  std::uint64_t found = copyWord(text.size() - width);
+  for (std::size_t place = 0; place + width < text.size(); place += width) found |= copyWord(place);
+  return found == 0;
 }
 
 bool isValidUtf8(std::string_view text) {

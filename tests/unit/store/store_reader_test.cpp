@@ -189,6 +189,14 @@ TEST(StoreFormatTest, OneCharacterTellsPlainTextAndAsciiAtEveryPlace) {
         other[place] = static_cast<char>(c);
         ASSERT_EQ(store::isPlainText(other), c >= 0x20 && c < 0x80) << length << ' ' << place << ' ' << c;
         ASSERT_EQ(store::isAscii(other), c < 0x80) << length << ' ' << place << ' ' << c;
+        const bool passed = c >= 0x20 && c < 0x80 && c != '=';
+        ASSERT_EQ(store::plainLength(other, '='), passed ? length : place)
+            << length << ' ' << place << ' ' << c;
+        std::string copied(length, 'x');
+        ASSERT_EQ(store::copyIfPlain(other, copied.data()), store::isPlainText(other));
+        if (store::isPlainText(other)) {
+          ASSERT_EQ(copied, other);
+        }
       }
     }
   }
@@ -203,6 +211,23 @@ TEST(StoreFormatTest, LineBreaksStayOutOfTheLines) {
   std::string sent;
   appendGroup(sent, record, store::LineBreaks::sent, store::IndexLine::empty);
   EXPECT_EQ(sent, "Content = a b cd e \r\n" + rest + "Index =  \r\n");
+}
+
+TEST(StoreFormatTest, ManyGroupsAreTheSameAsOneByOne) {
+  for (const std::string& odd :
+       {std::string("plain"), "two\nlines"s, "caf\xC3\xA9"s, std::string(10000, 'l')}) {
+    std::vector<SmsRecord> records;
+    std::string expected = "[PCSENT] \r\n";
+    std::string text = expected;
+    for (int i = -50; i < 50; ++i) {
+      const std::string content = i % 40 == 0 ? odd : std::string(static_cast<std::size_t>(i + 50), 'm');
+      records.push_back(message(content, "+316", "2005/01/02  09:05:07", i * 1000));
+      appendGroup(expected, records.back(), store::LineBreaks::stored, store::IndexLine::number);
+    }
+    EXPECT_EQ(appendGroups(text, records), store::isPlainText(odd)) << odd;
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(text.capacity(), text.size()) << "the room was not foreseen";
+  }
 }
 
 TEST(StoreFormatTest, TheCodePageIsKeptAsLongAsItHoldsTheText) {
