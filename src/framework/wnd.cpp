@@ -165,6 +165,20 @@ LRESULT CALLBACK CWnd::attachedProc(HWND window, UINT message, WPARAM wParam, LP
   return result;
 }
 
+CRedrawLock::CRedrawLock(const CWnd& window)
+    : window_(window.handle()), shown_((GetWindowLongW(window_, GWL_STYLE) & WS_VISIBLE) != 0) {
+  SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+  if (shown_) DefWindowProcW(window_, WM_SETREDRAW, FALSE, 0);
+}
+
+// A control that may draw again sets its scroll bars, which makes its client area another size, which may need
+// other scroll bars: until that is settled the window is taken for invisible.
+CRedrawLock::~CRedrawLock() {
+  SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+  if (shown_) DefWindowProcW(window_, WM_SETREDRAW, TRUE, 0);
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
 std::wstring windowWideText(HWND window) {
   std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
   wide.resize(static_cast<std::size_t>(GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()))));

@@ -91,18 +91,14 @@ class CreationScope {
 // Keeps a window from drawing itself while it lives; afterwards it is drawn once.
 class CRedrawLock {
  public:
-  explicit CRedrawLock(const CWnd& window) : window_(window.handle()) {
-    SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
-  }
-  ~CRedrawLock() {
-    SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(window_, nullptr, TRUE);
-  }
+  explicit CRedrawLock(const CWnd& window);
+  ~CRedrawLock();
   CRedrawLock(const CRedrawLock&) = delete;
   CRedrawLock& operator=(const CRedrawLock&) = delete;
 
  private:
   HWND window_;
+  bool shown_;
 };
 
 // Registers a window class of the program's own, once; its default is DefWindowProcW.

@@ -195,6 +195,7 @@ LRESULT CLeftView::onSelectionChanging(NMTREEVIEWW& change) {
   }
   if (clickSelect_) setColumnsFor(item);
   const framework::CWaitCursor wait;
+  const framework::CRedrawLock lock(list_);
   list_.deleteAllItems();
   if (const auto folder = store::selectedFolder(state)) showInList(*folder);
   return 0;
