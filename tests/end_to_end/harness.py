@@ -20,6 +20,9 @@ HANDSET = ROOT / "handset" / "handset.txt"
 PICTURES = OUT / "pictures"
 
 NEW, SAVE, DELETE, DELETE_ALL, REFRESH = 32771, 32773, 32774, 32775, 32783
+MOBILE, INBOX, OUTBOX, PC, PC_INBOX, PC_SENT, PC_DRAFT = range(7)  # the tree's items
+CONNECT = "Can not connect,Please Check Connection"
+SILENT = HANDSET.read_bytes().replace(b"open = yes", b"open = no")  # a handset that does not answer
 
 
 def wait_until(condition, what, timeout=10):
@@ -124,10 +127,6 @@ class Sight:
         return [item["text"] for item in self.items]
 
     @property
-    def selected_label(self):
-        return next((item["text"] for item in self.items if item["selected"]), None)
-
-    @property
     def rows(self):
         return [row["texts"] for row in self.list["rows"]]
 
@@ -154,6 +153,12 @@ class Sight:
 def texts_of(dialog):
     """The texts that a message box shows."""
     return [c["text"] for c in dialog["controls"] if c["class"] == "Static" and c["text"]]
+
+
+def beginning_of(rect):
+    """The part of a row in which its first text is seen whatever the width of the list."""
+    left, top, _, height = rect
+    return [left, top, 60, height]
 
 
 def dialog_button(dialog, text):
@@ -218,9 +223,6 @@ class Program:
             raise AssertionError(f"{problem}\nlast seen: {json.dumps(last[0].report, ensure_ascii=False)}") from None
         return last[0]
 
-    def wait_for_box(self, timeout=15):
-        return self.wait_for(lambda sight: sight.dialogs, "a message box", timeout).dialogs[0]
-
     def wait_for_dialog(self, title, condition=lambda dialog: True, what="open", timeout=10):
         """The dialog of that title, once it lies above all other windows and `condition` holds for it."""
         def holds(sight):
@@ -235,6 +237,9 @@ class Program:
             return not sight or all(d["window"] != dialog["window"] for d in sight.dialogs) and [sight]
         answer = wait_until(gone, f"{dialog['title']} to go {after}")
         return None if answer is True else answer[0]
+
+    def wait_for_no_dialog(self):
+        return self.wait_for(lambda sight: not sight.dialogs, "every dialog to go")
 
     def press(self, dialog, text):
         """Clicks a dialog's button and waits for the dialog to go."""
@@ -324,6 +329,24 @@ class QuilletTest(unittest.TestCase):
         """Clicks the tree's item number `index`; the sight after the selection has arrived there."""
         click(self.program.look().items[index]["rect"])
         return self.program.wait_for(lambda sight: sight.items[index]["selected"], f"item {index} to be selected")
+
+    def tab_to(self, pane):
+        """Tab until the "tree" or the "list" has the focus."""
+        for _ in range(6):
+            if getattr(self.program.look(), pane)["focused"]:
+                return
+            key("Tab")
+        self.fail(f"Tab does not reach the {pane}")
+
+    def box_says(self, text):
+        """The message box on top, which must say `text`."""
+        box = self.program.wait_for_dialog("Quillet", what=text, timeout=15)
+        self.assertEqual(texts_of(box), [text])
+        return box
+
+    def answer(self, text, button="OK"):
+        """Presses a button of the box that says `text`; the sight after it, None when the program has ended."""
+        return self.program.press(self.box_says(text), button)
 
     def end(self, program=None):
         """Closes the window; the program, the last one started, must end with 0."""

@@ -5,10 +5,9 @@ import pathlib
 import re
 import subprocess
 
-from harness import (NEW, OUT, SHIPPED, QuilletTest, click, control_of, double_click, key, texts_of,
+from harness import (CONNECT, NEW, OUT, SHIPPED, QuilletTest, beginning_of, click, control_of, double_click, key,
                      windows_path)
 
-CONNECT = "Can not connect,Please Check Connection"
 CONTACT = 1022
 LIBRARY = OUT / "mingw" / "tests" / "end_to_end" / "planted_library.dll"
 SYSTEM = pathlib.Path(os.environ.get("WINEPREFIX", "")) / "drive_c" / "windows" / "system32"
@@ -58,7 +57,7 @@ class PlantedLibraries(QuilletTest):
 
     def test_not_loaded_by_any_window(self):
         program, sight = self.open()
-        double_click([*sight.list["rows"][0]["rect"][:2], 40, 16])
+        double_click(beginning_of(sight.list["rows"][0]["rect"]))
         self.visit(program, "Open SMS")
         key("ctrl+s")
         self.visit(program, "Save")
@@ -74,9 +73,7 @@ class PlantedLibraries(QuilletTest):
     def test_not_loaded_for_a_missing_one(self):
         (self.folder / "SMS_DLL2.dll").unlink()
         program = self.launch()
-        box = program.wait_for_box()
-        self.assertEqual(texts_of(box), ["DLL Not Found :SMS_DLL2.dll"])
-        program.press(box, "OK")
+        self.answer("DLL Not Found :SMS_DLL2.dll")
         program.wait_for_window()
         self.end()
         self.run_tool(windows_path(self.folder / "findport.exe"))
@@ -92,8 +89,7 @@ class PlantedLibraries(QuilletTest):
 
         self.plant(["SMS_DLL2.dll"], self.folder)
         program = self.launch()
-        box = program.wait_for_box()
-        self.assertEqual(texts_of(box), [CONNECT])
+        box = self.box_says(CONNECT)
         self.assertEqual(self.marks(), ["SMS_DLL2.dll.loaded"] * 3)
         program.press(box, "OK")
         program.wait_for_end()

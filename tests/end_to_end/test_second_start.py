@@ -4,10 +4,7 @@ import contextlib
 import signal
 import subprocess
 
-from harness import HANDSET, NEW, REFRESH, QuilletTest, click, key, texts_of, wait_until
-
-CONNECT = "Can not connect,Please Check Connection"
-SILENT = HANDSET.read_bytes().replace(b"open = yes", b"open = no")
+from harness import CONNECT, HANDSET, NEW, REFRESH, SILENT, QuilletTest, click, key, wait_until
 
 
 def files(folder):
@@ -51,6 +48,10 @@ class SecondStart(QuilletTest):
         self.assertTrue(self.first.running())
         return shown
 
+    def minimize(self):
+        self.first.ask("minimize")
+        self.first.wait_for(lambda now: now.main["minimized"], "the window to be small")
+
     def dialog_in_front(self, title):
         return self.first.wait_for(lambda now: now.dialogs and now.dialogs[0]["title"] == title
                                    and now.dialogs[0]["foreground"] and not now.main["minimized"],
@@ -68,8 +69,7 @@ class SecondStart(QuilletTest):
         alias = self.folder.with_name(self.folder.name + "-alias")
         alias.symlink_to(self.folder)
         self.addCleanup(alias.unlink)
-        self.first.ask("minimize")
-        self.first.wait_for(lambda now: now.main["minimized"], "the window to be small")
+        self.minimize()
         self.start_again(alias)
         self.first.wait_for(lambda now: now.main["foreground"] and not now.main["minimized"], "the window back")
         self.end(self.first)
@@ -80,8 +80,7 @@ class SecondStart(QuilletTest):
         other = self.put_behind()
         self.start_again()
         self.dialog_in_front("New SMS")
-        self.first.ask("minimize")
-        self.first.wait_for(lambda now: now.main["minimized"], "the window to be small")
+        self.minimize()
         self.start_again()
         dialog = self.dialog_in_front("New SMS")
         key("Escape")
@@ -93,12 +92,10 @@ class SecondStart(QuilletTest):
         # A message that belongs to no window, but keeps the window from being used.
         self.write("handset.txt", SILENT)
         click(self.first.look().button(REFRESH)["rect"])
-        self.first.wait_for_box()
+        self.box_says(CONNECT)
         other = self.put_behind()
         self.start_again()
-        box = self.dialog_in_front("Quillet")
-        self.assertEqual(texts_of(box), [CONNECT])
-        self.first.press(box, "OK")
+        self.first.press(self.dialog_in_front("Quillet"), "OK")
         self.end(other)
         self.end(self.first)
 
