@@ -132,15 +132,6 @@ TEST_F(OutgoingTest, SendsToEachAndFilesWhatBecameOfIt) {
   EXPECT_TRUE(result.unfiled.empty());
 }
 
-TEST_F(OutgoingTest, CountsPartsWithoutADigitInTheTotalOnly) {
-  for (const auto& [receivers, sent, total] : {std::tuple{"123;456", 2U, 2U}, std::tuple{"123;;456", 2U, 3U},
-                                               std::tuple{"123;", 1U, 1U}, std::tuple{";", 0U, 1U}}) {
-    const OutgoingResult result = sendTo(receivers);
-    EXPECT_EQ(result.sent, sent) << receivers;
-    EXPECT_EQ(result.total, total) << receivers;
-  }
-}
-
 TEST_F(OutgoingTest, KeepsWhatCannotBeFiledAndFilesItLaterWithoutSendingAgain) {
   unreachable_ = "2";
   broken_ = Folder::PSent;
@@ -157,11 +148,6 @@ TEST_F(OutgoingTest, KeepsWhatCannotBeFiledAndFilesItLaterWithoutSendingAgain) {
   EXPECT_TRUE(fileAgain(result.unfiled, steps()).ok());
   EXPECT_TRUE(result.unfiled.empty());
   EXPECT_EQ(log_, "sent 1 now; sent 3 now; ");
-}
-
-TEST(LineBreaksFor, DependsOnTheFolder) {
-  EXPECT_EQ(lineBreaksFor(Folder::PSent), store::LineBreaks::sent);
-  EXPECT_EQ(lineBreaksFor(Folder::PDraft), store::LineBreaks::stored);
 }
 
 }  // namespace

@@ -117,6 +117,12 @@ TEST_F(AtHandsetTest, ReadsAndSendsEverything) {
   EXPECT_EQ(modem.commands.back(), "AT+CSCS=\"GSM\"");
   // Waiting is what takes time here, and nothing was waited for but the line's silence at first.
   EXPECT_LE(modem.clock.now, 300);
+
+  // Parts of different messages can be told apart.
+  const auto reference = [&](std::size_t part) { return modem.texts.at(part).substr(36, 2); };
+  EXPECT_TRUE(handset.send(someone, longText));
+  EXPECT_EQ(reference(1), reference(0));
+  EXPECT_NE(reference(2), reference(0));
 }
 
 TEST_F(AtHandsetTest, DoesNotCareHowTheBytesComeOrWhatComesBetween) {
@@ -398,6 +404,12 @@ TEST_F(AtHandsetTest, ReadsPhonebooksInTheBestCharacterSetAndPutsItBack) {
        "0041 ",
        "AT+CSCS=\"GSM\""},
       {"sets offered as 0", {{"AT+CSCS=?", {with("+CSCS: 0")}}}, "A B ", "AT+CSCS=\"GSM\""},
+      {"GSM keeps more than IRA",
+       {{"AT+CSCS=?", {with("+CSCS: (\"IRA\",\"GSM\")")}},
+        {"AT+CSCS?", {with("+CSCS: \"IRA\"")}},
+        {"AT+CPBR=1,100 SM", {with("+CPBR: 1,\"112\",129,\"a\x11\"")}}},
+       "a_ ",
+       "AT+CSCS=\"IRA\""},
       {"in UCS2 and all in digits",
        {{"AT+CSCS=?", {with("+CSCS: (\"00470053004D\",\"0055004300530032\")")}},
         {"AT+CPMS=?", {ok}},

@@ -10,8 +10,8 @@ namespace {
 using Outcome = Answer::Outcome;
 using Lines = std::vector<std::string>;
 
-class ChannelTest : public testing::Test {
- protected:
+// A modem and a channel to it.
+struct Talk {
   Answer ask(const std::string& answer, const std::string& prefix = "+CPMS:") {
     modem.answers["AT+X"] = {answer};
     return channel.command("AT+X", prefix, 3000);
@@ -26,6 +26,8 @@ class ChannelTest : public testing::Test {
   FakeLine line{modem};
   Channel channel{line, modem.clock};
 };
+
+class ChannelTest : public testing::Test, protected Talk {};
 
 TEST_F(ChannelTest, TellsAnswersFromWhatComesOfItself) {
   const std::string nuls(3, '\0');
@@ -154,16 +156,13 @@ TEST_F(ChannelTest, SendsTextOnlyWhenAskedForIt) {
     for (const bool echo : {false, true}) {
       for (const std::size_t chunk : {never, std::size_t{1}, std::size_t{3}}) {
         SCOPED_TRACE(std::string{c.name} + ", " + std::to_string(chunk));
-        FakeModem fresh;
-        fresh.echo = echo;
-        fresh.chunk = chunk;
-        fresh.answers = {{"AT+CMGS=9", {c.prompt}}, {"<text>", {c.result}}};
-        FakeLine freshLine{fresh};
-        Channel freshChannel{freshLine, fresh.clock};
-        const Answer answer = freshChannel.commandWithText("AT+CMGS=9", "0011AB", "+CMGS:", 10'000, 60'000);
+        Talk fresh;
+        fresh.modem.echo = echo;
+        fresh.modem.chunk = chunk;
+        const Answer answer = fresh.send(c.prompt, c.result);
         EXPECT_EQ(answer.outcome, c.outcome);
-        EXPECT_EQ(fresh.commands, Lines{"AT+CMGS=9"});
-        EXPECT_EQ(fresh.texts, c.sent ? Lines{"0011AB"} : Lines{});
+        EXPECT_EQ(fresh.modem.commands, Lines{"AT+CMGS=9"});
+        EXPECT_EQ(fresh.modem.texts, c.sent ? Lines{"0011AB"} : Lines{});
         EXPECT_EQ(answer.lines, c.outcome == Outcome::ok ? Lines{"+CMGS: 7"} : Lines{});
       }
     }
@@ -175,20 +174,19 @@ TEST_F(ChannelTest, KeepsItsDeadlines) {
   for (const std::string& idle : {std::string{}, std::string{"\r\n^RSSI: 9\r\n"}, std::string{"x"},
                                   std::string(5000, 'y'), std::string{"\r\nz\r\n"}}) {
     SCOPED_TRACE(idle.substr(0, 10));
-    FakeModem fresh;
-    fresh.idle = idle;
-    FakeLine freshLine{fresh};
-    Channel freshChannel{freshLine, fresh.clock};
-    fresh.answers = {{"AT+X", {""}}, {"AT+CMGS=9", {"\r\n> "}}, {"<text>", {""}}, {"AT", {"\r\nOK\r\n"}}};
-    EXPECT_EQ(freshChannel.command("AT+X", {}, 3000).outcome, Outcome::timedOut);
-    EXPECT_EQ(fresh.clock.now, 3000);
-    fresh.answers["AT+CMGS=8"] = {""};
-    EXPECT_EQ(freshChannel.commandWithText("AT+CMGS=8", "00", {}, 10'000, 60'000).outcome, Outcome::timedOut);
-    EXPECT_LE(fresh.clock.now, 3000 + 10'000 + 1000 + 400 + 200);
-    const std::int64_t before = fresh.clock.now;
-    EXPECT_EQ(freshChannel.commandWithText("AT+CMGS=9", "00", {}, 10'000, 60'000).outcome, Outcome::timedOut);
-    EXPECT_GE(fresh.clock.now - before, 60'000);
-    EXPECT_LE(fresh.clock.now - before, 60'000 + 1000 + 400 + 200);
+    Talk fresh;
+    const std::int64_t& now = fresh.modem.clock.now;
+    constexpr int callingOff = 1000 + 400 + 200;
+    fresh.modem.idle = idle;
+    fresh.modem.answers["AT"] = {"\r\nOK\r\n"};
+    EXPECT_EQ(fresh.ask("").outcome, Outcome::timedOut);
+    EXPECT_EQ(now, 3000);
+    EXPECT_EQ(fresh.send("", "").outcome, Outcome::timedOut);
+    EXPECT_LE(now, 3000 + 10'000 + callingOff);
+    const std::int64_t before = now;
+    EXPECT_EQ(fresh.send("\r\n> ", "").outcome, Outcome::timedOut);
+    EXPECT_GE(now - before, 60'000);
+    EXPECT_LE(now - before, 60'000 + callingOff);
   }
 }
 

@@ -77,7 +77,7 @@ TEST(Lists, AreReadInEveryShape) {
   };
   const Case cases[] = {
       {"(\"GSM\",\"UCS2\")", {"GSM", "UCS2"}},
-      {"(GSM,UCS2)", {"GSM", "UCS2"}},
+      {"(GSM, UCS2)", {"GSM", "UCS2"}},
       {"(\"00470053004D\",\"0055004300530032\")", {"GSM", "UCS2"}},
       {"0", {"0"}},
       {"", {}},
@@ -106,6 +106,7 @@ TEST(MessageList, FindsTheMessagesWhateverStandsAroundThem) {
       {"no place", {"+CMGL: 0,23", pdu}, "0/3/Hello "},
       {"empty name", {"+CMGL: 4,1,,151", pdu}, "4/1/Hello "},
       {"name left out, odd digits", {"+CMGL: 17,3,35", submit + "0"}, "17/7/Hello "},
+      {"name left out, unread", {"+CMGL: 2,0,24", pdu}, "2/3/Hello "},
       {"no state",
        {"+CMGL: 5,,,24", pdu, "+CMGL: 6", submit, "+CMGL: 7,\"REC READ\",,24", pdu},
        "5/1/Hello 6/7/Hello 7/1/Hello "},

@@ -87,17 +87,6 @@ TEST(EntryLayouts, LongTextsAreCutOnTheWayOutAndRefusedAsContent) {
   EXPECT_EQ(decodeWideContact(contact).number, std::string(127, '3'));
 }
 
-TEST(EntryLayouts, WideTextFillsTheField) {
-  MessageEntry entry;
-  const std::u16string text = std::u16string(78, u'я') + u"\U0001F600";
-  ASSERT_EQ(text.size(), 80U);
-  ASSERT_TRUE(entry.setWideText(text));
-  auto bytes = filled<messageEntrySize>(0);
-  encodeMessage(entry, bytes);
-  EXPECT_EQ(decodeMessage(bytes).wideText(), text);
-  EXPECT_EQ(decodeMessage(bytes).number, 0);
-}
-
 TEST(Utf16, ConvertsBothWaysAndReplacesWhatIsBroken) {
   EXPECT_EQ(utf8FromUtf16(u"aé€\U0001F600"), "aé€😀");
   EXPECT_EQ(utf16FromUtf8("aé€😀"), u"aé€\U0001F600");

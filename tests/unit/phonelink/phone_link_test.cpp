@@ -7,7 +7,6 @@
 
 #include "phonelink/entry_layouts.h"
 #include "phonelink/handset_folders.h"
-#include "phonelink/refresh.h"
 #include "support/fake_code_pages.h"
 
 namespace {
@@ -257,45 +256,6 @@ TEST_F(PhoneLinkTest, ReadsBothPhonebooksWithinTheirBuffers) {
   FakeLibrary::contactCount = 1;
   FakeLibrary::initResult = 0;
   EXPECT_TRUE(link_.contacts().empty());
-}
-
-// Notes the steps of a refresh.
-class NotedTarget : public RefreshTarget {
- public:
-  void freeTable(Folder folder) override { note("free", folder); }
-  void emptyList() override { steps += "empty "; }
-  void closeHandset() override { steps += "close "; }
-  bool connect() override { return steps += "connect ", connects; }
-  void reload(Folder folder) override { note("load", folder); }
-  std::optional<Folder> selectedFolder() const override { return selected; }
-  void show(Folder folder) override { note("show", folder); }
-
-  void note(const char* step, Folder folder) {
-    steps += step + std::to_string(store::position(folder)) + " ";
-  }
-
-  std::string steps;
-  bool connects = true;
-  std::optional<Folder> selected;
-};
-
-TEST(RefreshAll, GoesThroughItsStepsInOrder) {
-  const std::string begin = "free0 free1 free2 free3 free4 empty close connect ";
-  const std::string loads = "load0 load1 load2 load3 load4 ";
-  NotedTarget target;
-  target.selected = Folder::PSent;
-  EXPECT_TRUE(refreshAll(target));
-  EXPECT_EQ(target.steps, begin + loads + "show3 ");
-
-  NotedTarget onGroup;
-  EXPECT_TRUE(refreshAll(onGroup));
-  EXPECT_EQ(onGroup.steps, begin + loads);
-
-  NotedTarget unplugged;
-  unplugged.connects = false;
-  unplugged.selected = Folder::PSent;
-  EXPECT_FALSE(refreshAll(unplugged));
-  EXPECT_EQ(unplugged.steps, begin);
 }
 
 }  // namespace
