@@ -58,6 +58,6 @@ def serial_ports():
         os.environ["WINEPREFIX"] = str(SESSION)
 
 
-def plug_in(number, state, *quirks, log=None):
+def plug_in(number, state, *quirks):
     """The line to a modem at COM`number`, not yet entered."""
-    return Line(Modem(state, quirks), PORTS[number], log)
+    return Line(Modem(state, quirks), PORTS[number])

@@ -2,10 +2,7 @@
 //
 //   at_tool decode HEX…                        one message, of all its parts: kind, number, time, text
 //   at_tool encode NUMBER TEXT REFERENCE       its parts: [[hex, octets], …], or null when it cannot be sent
-//   at_tool list TERMINAL                      what a handset holds: opened, ready, received, outgoing,
-//                                              phone, sim_contacts, phone_contacts, problem
-//   at_tool messages TERMINAL                  the messages alone: [received, outgoing, phone]
-//   at_tool send TERMINAL NUMBER TEXT          sent, problem
+//   at_tool messages TERMINAL                  what a handset holds: [received, outgoing, phone]
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -20,7 +17,6 @@
 
 namespace {
 
-using handset::Contact;
 using handset::Message;
 using handset::at::AtHandset;
 
@@ -46,24 +42,15 @@ std::string list(const std::vector<std::string>& items) {
   return "[" + result + "]";
 }
 
-std::string flag(bool value) {
-  return value ? "true" : "false";
-}
-
 std::string json(const Message& m) {
   return list({std::to_string(m.status), std::to_string(m.storageNumber), quoted(m.number), quoted(m.time),
                quoted(m.text)});
 }
 
-std::string json(const Contact& c) {
-  return list({quoted(c.name), quoted(c.number)});
-}
-
-template <typename Item>
-std::string json(const std::optional<std::vector<Item>>& items) {
-  if (!items) return "null";
+std::string json(const std::optional<std::vector<Message>>& messages) {
+  if (!messages) return "null";
   std::vector<std::string> texts;
-  for (const Item& item : *items) texts.push_back(json(item));
+  for (const Message& message : *messages) texts.push_back(json(message));
   return list(texts);
 }
 
@@ -90,39 +77,13 @@ std::string encode(const std::string& number, const std::string& text, const std
   return list(texts);
 }
 
-std::string listEverything(AtHandset& phone, bool opened, bool ready) {
-  std::string result = "{\"opened\": " + flag(opened) + ", \"ready\": " + flag(ready);
-  if (ready) {
-    result += ", \"received\": " + json(phone.simReceived());
-    result += ", \"outgoing\": " + json(phone.simOutgoing());
-    result += ", \"phone\": " + json(phone.phoneMessages());
-    const bool phonebook = phone.initPhonebook();
-    result += ", \"sim_contacts\": " + (phonebook ? json(phone.simContacts()) : "null");
-    result += ", \"phone_contacts\": " + (phonebook ? json(phone.phoneContacts()) : "null");
-  }
-  return result + ", \"problem\": " + quoted(phone.lastProblem()) + "}";
-}
-
-std::string talk(const std::string& command, const std::vector<std::string>& rest) {
+std::string messages(const std::string& terminal) {
   modem_test::PosixClock clock;
-  AtHandset phone{[&rest](int, int) { return modem_test::openTerminal(rest[0]); }, clock};
-  const bool opened = phone.open(1, 115200);
-  const bool ready = opened && phone.init();
-  std::string result;
-  if (command == "list") {
-    result = listEverything(phone, opened, ready);
-  } else if (command == "messages") {
-    using Messages = std::optional<std::vector<Message>>;
-    const Messages received = ready ? phone.simReceived() : std::nullopt;
-    const Messages outgoing = ready ? phone.simOutgoing() : std::nullopt;
-    const Messages stored = ready ? phone.phoneMessages() : std::nullopt;
-    result = list({json(received), json(outgoing), json(stored)});
-  } else {
-    const bool sent = ready && phone.send(rest[1], rest[2]);
-    result = "{\"sent\": " + flag(sent) + ", \"problem\": " + quoted(phone.lastProblem()) + "}";
-  }
-  phone.close();
-  return result;
+  AtHandset phone{[&terminal](int, int) { return modem_test::openTerminal(terminal); }, clock};
+  if (!phone.open(1, 115200) || !phone.init()) return "null";
+  const auto received = phone.simReceived();
+  const auto outgoing = phone.simOutgoing();
+  return list({json(received), json(outgoing), json(phone.phoneMessages())});
 }
 
 std::optional<std::string> run(const std::vector<std::string>& words) {
@@ -130,8 +91,7 @@ std::optional<std::string> run(const std::vector<std::string>& words) {
   const std::vector<std::string> rest(words.begin() + 1, words.end());
   if (words[0] == "decode") return decode(rest);
   if (words[0] == "encode" && rest.size() == 3) return encode(rest[0], rest[1], rest[2]);
-  if ((words[0] == "list" || words[0] == "messages") && rest.size() == 1) return talk(words[0], rest);
-  if (words[0] == "send" && rest.size() == 3) return talk(words[0], rest);
+  if (words[0] == "messages" && rest.size() == 1) return messages(rest[0]);
   return std::nullopt;
 }
 
@@ -140,7 +100,7 @@ std::optional<std::string> run(const std::vector<std::string>& words) {
 int main(int count, char** arguments) {
   const std::optional<std::string> result = run({arguments + 1, arguments + count});
   if (!result) {
-    std::fputs("at_tool decode | encode | list | messages | send: see its source\n", stderr);
+    std::fputs("at_tool decode | encode | messages: see its source\n", stderr);
     return 64;
   }
   return std::puts(result->c_str()) < 0 ? 3 : 0;

@@ -22,7 +22,6 @@ class Modem:
         self.vanish = lambda: None
         self.commands = []  # as they came
         self.sent = []  # PDUs that were given to the network
-        self.starting = int(self.quirks.value("starting", "0"))
         self.power_up()
 
     def power_up(self):
@@ -72,7 +71,7 @@ class Modem:
         self.line, self.awaited = bytearray(), None
         if byte == ESCAPE:
             self._final("OK")
-        elif "send-silent" not in self.quirks:
+        else:
             self._answer(lambda: self._submit(octets, length))
 
     # Answers out
@@ -81,18 +80,11 @@ class Modem:
         try:
             lines = work()
         except Problem as problem:
-            self._final(self._error(problem))
+            self._final(str(problem) if self.verbose_errors else "ERROR")
             return
         if lines is not None:
             self._lines(lines)
             self._final("OK")
-
-    def _error(self, problem):
-        if "errors-as" in self.quirks:
-            return self.quirks.value("errors-as")
-        if not self.verbose_errors:
-            return "ERROR"
-        return str(problem)
 
     def _final(self, text):
         self.send(self._nuls() + f"\r\n{text}\r\n".encode("latin-1"))
@@ -114,9 +106,6 @@ class Modem:
             self.vanish()
         elif data:
             self.send(self._nuls() + b"\r\n" + b"\r\n".join(data) + b"\r\n")
-
-    def unsolicited(self, text):
-        self.send(f"\r\n{text}\r\n".encode("latin-1"))
 
     # Strings
 
@@ -174,4 +163,4 @@ class Modem:
             raise Problem(int(self.quirks.value("send-error")))
         self.sent.append(octets)
         self.reference = (self.reference + 1) % 256
-        return [] if "send-unsure" in self.quirks else [f"+CMGS: {self.reference}"]
+        return [f"+CMGS: {self.reference}"]
