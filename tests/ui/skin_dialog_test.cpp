@@ -25,8 +25,10 @@ std::string textOf(HWND dialog, int id = 0) {
   return framework::toUtf8(text);
 }
 
-// Left, top, width, height of a control in its dialog, of the dialog on the screen.
-std::array<LONG, 4> placeOf(HWND dialog, int id = 0) {
+using Place = std::array<LONG, 4>;  // left, top, width, height
+
+// Of a control in its dialog, of the dialog on the screen.
+Place placeOf(HWND dialog, int id = 0) {
   RECT r{};
   GetWindowRect(id ? GetDlgItem(dialog, id) : dialog, &r);
   if (id) MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&r), 2);
@@ -34,7 +36,7 @@ std::array<LONG, 4> placeOf(HWND dialog, int id = 0) {
 }
 
 // The same in dialog units; each number is mapped for itself, as the dialog manager does it.
-std::array<LONG, 4> inUnits(HWND dialog, LONG left, LONG top, LONG width, LONG height) {
+Place inUnits(HWND dialog, LONG left, LONG top, LONG width, LONG height) {
   RECT r{left, top, width, height};
   MapDialogRect(dialog, &r);
   return {r.left, r.top, r.right, r.bottom};
@@ -63,6 +65,15 @@ class NotingButton : public skin::CButtonEx {
  private:
   std::vector<std::string>& log_;
 };
+
+struct DeleteAllDialog : skin::DeleteConfirmDialog {
+  DeleteAllDialog() { deleteAll = 1; }
+};
+
+template <typename Dialog>
+INT_PTR show() {
+  return Dialog().doModal(nullptr);
+}
 
 class ProbeDialog : public skin::CSkinDialog {
  public:
@@ -93,34 +104,18 @@ class ProbeDialog : public skin::CSkinDialog {
 TEST_F(SkinDialog, SmallDialogsShowTheirTextsWhateverTheSkinIsLike) {
   struct Case {
     const char* name;
-    std::function<INT_PTR()> show;
+    INT_PTR (*show)();
     int text;
     std::string words;
-    std::array<LONG, 4> size, ok, cancel, place;  // in dialog units
+    Place size, ok, cancel, place;  // in dialog units
   };
+  const Place delSize{0, 0, 152, 65}, delOk{20, 37, 50, 14}, delCancel{85, 37, 50, 14},
+      delText{36, 10, 78, 14};
   const Case cases[] = {
-      {"delete",
-       [] { return skin::DeleteConfirmDialog().doModal(nullptr); },
-       1031,
-       "Delete?",
-       {0, 0, 152, 65},
-       {20, 37, 50, 14},
-       {85, 37, 50, 14},
-       {36, 10, 78, 14}},
-      {"delete all",
-       [] {
-         skin::DeleteConfirmDialog dialog;
-         dialog.deleteAll = 1;
-         return dialog.doModal(nullptr);
-       },
-       1031,
-       "Delete All?",
-       {0, 0, 152, 65},
-       {20, 37, 50, 14},
-       {85, 37, 50, 14},
-       {36, 10, 78, 14}},
+      {"delete", show<skin::DeleteConfirmDialog>, 1031, "Delete?", delSize, delOk, delCancel, delText},
+      {"delete all", show<DeleteAllDialog>, 1031, "Delete All?", delSize, delOk, delCancel, delText},
       {"save",
-       [] { return skin::SaveQuestionDialog().doModal(nullptr); },
+       show<skin::SaveQuestionDialog>,
        1030,
        "Do you want to save the message?",
        {0, 0, 157, 68},
@@ -128,7 +123,7 @@ TEST_F(SkinDialog, SmallDialogsShowTheirTextsWhateverTheSkinIsLike) {
        {85, 39, 50, 14},
        {7, 9, 141, 14}},
       {"about",
-       [] { return app::AboutDialog().doModal(nullptr); },
+       show<app::AboutDialog>,
        IDC_ABOUT_TITLE,
        std::string("Quillet ") + QUILLET_VERSION_TEXT,
        {0, 0, 200, 92},
@@ -145,10 +140,8 @@ TEST_F(SkinDialog, SmallDialogsShowTheirTextsWhateverTheSkinIsLike) {
         EXPECT_EQ(textOf(dialog, IDOK), "Ok");
         RECT inside{};
         GetClientRect(dialog, &inside);
-        const auto units = [&](const std::array<LONG, 4>& r) {
-          return inUnits(dialog, r[0], r[1], r[2], r[3]);
-        };
-        EXPECT_EQ((std::array<LONG, 4>{0, 0, inside.right, inside.bottom}), units(c.size));
+        const auto units = [&](const Place& r) { return inUnits(dialog, r[0], r[1], r[2], r[3]); };
+        EXPECT_EQ((Place{0, 0, inside.right, inside.bottom}), units(c.size));
         EXPECT_EQ(placeOf(dialog, IDOK), units(c.ok));
         if (c.cancel[2]) {
           EXPECT_EQ(textOf(dialog, IDCANCEL), "Cancel");
@@ -205,8 +198,8 @@ TEST_F(SkinDialog, PlacesWhatTheLayoutFileNamesAfreshAtEachOpening) {
                 "[Other]\r\nCancelRect=0,0,9,9\r\n");
   ProbeDialog first;
   first.visit([](HWND dialog) {
-    EXPECT_EQ(placeOf(dialog), (std::array<LONG, 4>{30, 40, 300, 200}));
-    EXPECT_EQ(placeOf(dialog, IDC_SAVE_QUESTION), (std::array<LONG, 4>{10, 20, 100, 25}));
+    EXPECT_EQ(placeOf(dialog), (Place{30, 40, 300, 200}));
+    EXPECT_EQ(placeOf(dialog, IDC_SAVE_QUESTION), (Place{10, 20, 100, 25}));
     EXPECT_EQ(placeOf(dialog, IDOK), inUnits(dialog, 20, 39, 50, 14)) << "not a rectangle";
     EXPECT_EQ(placeOf(dialog, IDCANCEL), inUnits(dialog, 85, 39, 50, 14)) << "another section's";
   });
@@ -214,7 +207,7 @@ TEST_F(SkinDialog, PlacesWhatTheLayoutFileNamesAfreshAtEachOpening) {
   ProbeDialog second;
   second.visit([](HWND dialog) {
     EXPECT_EQ(placeOf(dialog, IDC_SAVE_QUESTION), inUnits(dialog, 7, 9, 141, 14));
-    EXPECT_EQ(placeOf(dialog, IDOK), (std::array<LONG, 4>{5, 6, 45, 24}));
+    EXPECT_EQ(placeOf(dialog, IDOK), (Place{5, 6, 45, 24}));
   });
 }
 
@@ -234,7 +227,7 @@ TEST_F(SkinDialog, StandsInTheMiddleOfItsOwnerAndOnTheScreen) {
         0, L"Static", L"owner", WS_OVERLAPPEDWINDOW | (c.visible ? WS_VISIBLE : 0), static_cast<int>(c.left),
         static_cast<int>(c.top), 500, 400, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(owner, nullptr);
-    const std::array<LONG, 4> around = placeOf(owner);
+    const Place around = placeOf(owner);
     ProbeDialog dialog;
     dialog.visit(
         [&](HWND window) {
