@@ -28,7 +28,7 @@ void eachTreeItem(HWND tree, const std::function<void(HTREEITEM, int level)>& vi
 
 TVITEMW treeItem(HWND tree, HTREEITEM handle, ForeignMemory& memory) {
   TVITEMW item{};
-  item.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_STATE | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+  item.mask = TVIF_HANDLE | TVIF_TEXT | TVIF_STATE | TVIF_IMAGE;
   item.hItem = handle;
   item.stateMask = static_cast<UINT>(~0);
   item.pszText = memory.textAddress();
@@ -60,7 +60,6 @@ std::string treeItems(HWND tree) {
                                   {"expanded", json::flag(item.state & TVIS_EXPANDED)},
                                   {"drop_target", json::flag(item.state & TVIS_DROPHILITED)},
                                   {"image", json::number(item.iImage)},
-                                  {"selected_image", json::number(item.iSelectedImage)},
                                   {"rect", askedRectangle(tree, TVM_GETITEMRECT, TRUE, input, memory)}}));
   });
   return json::lines(items);
@@ -144,7 +143,6 @@ std::string toolbarButtons(HWND toolbar) {
     const TBBUTTON button = memory.get<TBBUTTON>();
     buttons.push_back(json::object({{"command", json::number(button.idCommand)},
                                     {"enabled", json::flag(button.fsState & TBSTATE_ENABLED)},
-                                    {"separator", json::flag(button.fsStyle & BTNS_SEP)},
                                     {"image", json::number(button.iBitmap)},
                                     {"rect", askedRectangle(toolbar, TB_GETITEMRECT, i, {}, memory)}}));
   }
@@ -190,7 +188,6 @@ std::string controlReport(HWND control, const InputOwners& input) {
   Fields fields = {{"class", json::text(name)},
                    {"id", json::number(GetDlgCtrlID(control))},
                    {"text", json::text(textOf(control))},
-                   {"visible", json::flag(IsWindowVisible(control))},
                    {"enabled", json::flag(IsWindowEnabled(control))},
                    {"focused", json::flag(control == input.focus)},
                    {"captured", json::flag(control == input.capture)},
@@ -207,7 +204,6 @@ std::string controlReport(HWND control, const InputOwners& input) {
   } else if (name == STATUSCLASSNAMEW) {
     fields.emplace_back("parts", statusParts(control));
   } else if (name == WC_BUTTONW) {
-    fields.emplace_back("checked", json::flag(ask(control, BM_GETCHECK) == BST_CHECKED));
     fields.emplace_back("default", json::flag(ask(control, WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON));
   } else if (name == WC_COMBOBOXW) {
     fields.emplace_back("choices", comboChoices(control));
@@ -218,17 +214,4 @@ std::string controlReport(HWND control, const InputOwners& input) {
     fields.emplace_back("limit", json::number(ask(control, EM_GETLIMITTEXT)));
   }
   return json::object(fields);
-}
-
-bool everyFolderCounted(HWND tree) {
-  ForeignMemory memory(tree);
-  int folders = 0;
-  bool counted = true;
-  eachTreeItem(tree, [&](HTREEITEM handle, int level) {
-    if (level == 0) return;
-    treeItem(tree, handle, memory);
-    ++folders;
-    counted = counted && memory.text().ends_with(L')');
-  });
-  return folders != 0 && counted;
 }

@@ -14,6 +14,3 @@ struct InputOwners {
 // items of a tree, the columns and rows of a list, the buttons of a toolbar, the parts of a status bar, the
 // choices of a combo box, the limit of an edit box.
 std::string controlReport(HWND control, const InputOwners& input);
-
-// Whether every folder of the tree (every item below the top level) carries its count, as in "Inbox(3)".
-bool everyFolderCounted(HWND tree);

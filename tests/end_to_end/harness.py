@@ -90,19 +90,9 @@ def paste(text):
 class Sight:
     """What the program's windows held at one moment."""
 
-    report: dict
-
-    @property
-    def main(self):
-        return self.report["main"]
-
-    @property
-    def dialogs(self):
-        return self.report["dialogs"]
-
-    @property
-    def tooltips(self):
-        return self.report["tooltips"]
+    main: dict  # None when there is no window
+    dialogs: list  # the one on top first
+    tooltips: list  # their texts
 
     def control(self, class_name):
         found = [c for c in self.main["controls"] if c["class"] == class_name]
@@ -121,6 +111,13 @@ class Sight:
     @property
     def items(self):
         return self.tree["items"]
+
+    @property
+    def is_filled(self):
+        """Whether the window is there and every folder has its count, as in "Inbox(3)"."""
+        trees = [c for c in self.main["controls"] if c["class"] == "SysTreeView32"] if self.main else []
+        folders = [item["text"] for tree in trees for item in tree["items"] if item["level"]]
+        return bool(folders) and all(text.endswith(")") for text in folders)
 
     @property
     def labels(self):
@@ -187,40 +184,39 @@ class Program:
                                         env=dict(os.environ, **environment), stdin=subprocess.DEVNULL,
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
-    def ask(self, request, **named):
+    def ask(self, request):
         ask_reporter(f"look-at {windows_path(self.folder)}")
-        return ask_reporter(request, **named)
+        return ask_reporter(request)
 
     def running(self):
         return self.process.poll() is None
 
-    def look(self):
-        """What is on the screen now. Asked again while a window comes or goes."""
+    def look(self, timeout=10):
+        """What is on the screen now. Asked again while a window comes or goes, or is busy."""
         def ask():
             answer = self.ask("report")
-            return json.loads(answer.text) if answer.code == 0 else None
-        return Sight(wait_until(ask, "a report of the program's windows"))
+            return Sight(**json.loads(answer.text)) if answer.code == 0 else None
+        return wait_until(ask, "a report of the program's windows", timeout)
 
     def wait_for_window(self, timeout=60):
         """Until the window is there and every folder has its count."""
-        code = self.ask(f"wait-window {timeout}", timeout=timeout + 20).code
-        if code:
-            state = "still running" if self.running() else f"ended with {self.process.returncode}"
-            raise AssertionError(("a message box came instead of the window" if code == 2 else "no window came") +
-                                 f"; the program is {state}")
-        return self.look()
+        def filled(sight):
+            if sight.dialogs:
+                raise AssertionError("a message box came instead of the window")
+            return sight.is_filled
+        return self.wait_for(filled, "the window", timeout)
 
     def wait_for(self, condition, what, timeout=10):
         """The first sight for which `condition` holds."""
         last = []
 
         def ask():
-            last[:] = [self.look()]
+            last[:] = [self.look(max(timeout, 10))]
             return condition(last[0])
         try:
             wait_until(ask, what, timeout)
         except AssertionError as problem:
-            raise AssertionError(f"{problem}\nlast seen: {json.dumps(last[0].report, ensure_ascii=False)}") from None
+            raise AssertionError(f"{problem}\nlast seen: {json.dumps(vars(last[0]), ensure_ascii=False)}") from None
         return last[0]
 
     def wait_for_dialog(self, title, condition=lambda dialog: True, what="open", timeout=10):

@@ -1,11 +1,9 @@
-"""Says in words what the running window holds, and leaves a picture of it: show.py PICTURE.png"""
+"""Starts the shipped program, says in words what its window holds, leaves a picture and closes it: show.py PICTURE.png"""
 
-import json
 import pathlib
 import sys
 
-from harness import Sight, take_picture, texts_of
-from reporter import ask_reporter
+from harness import SHIPPED, Program, take_picture, texts_of
 
 
 def describe(sight):
@@ -25,14 +23,22 @@ def describe(sight):
     yield "status bar: " + " | ".join(sight.control("msctls_statusbar32")["parts"])
 
 
-def main():
-    answer = ask_reporter("report")
-    if answer.code:
-        sys.exit(answer.text.decode(errors="replace"))
-    sight = Sight(json.loads(answer.text))
+def show(folder, picture):
+    """Starts the program in its folder, shows it and closes it; its exit code."""
+    program = Program(folder)
+    try:
+        program.wait_for_window(25)
+        problem = None
+    except AssertionError as found:
+        problem = found
+    sight = program.look()
     print("\n".join(describe(sight)))
-    take_picture(pathlib.Path(sys.argv[1]), sight.main and sight.main["rect"])
+    take_picture(picture, sight.main and sight.main["rect"])
+    if problem:
+        program.process.kill()
+        sys.exit(str(problem).splitlines()[0])
+    return program.close()
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(show(SHIPPED, pathlib.Path(sys.argv[1])))

@@ -1,8 +1,12 @@
 """The shipped folder, opened as it is and with messages already on the PC."""
 
+import contextlib
+import io
+
 from harness import (DELETE, DELETE_ALL, HANDSET, NEW, PC_DRAFT, PC_INBOX, PC_SENT, PICTURES, REFRESH, SAVE,
                      QuilletTest, middle, take_picture, xdotool)
 import handset_file
+import show
 
 SHOWN = handset_file.read(HANDSET.read_bytes())
 
@@ -42,6 +46,14 @@ class Opening(QuilletTest):
         self.assertEqual(len(parts), 4)
         self.assertTrue(parts[0], "the status bar says nothing")
         self.end()
+
+    def test_shown_in_words(self):
+        said, picture = io.StringIO(), self.folder / "picture.png"
+        with contextlib.redirect_stdout(said):
+            self.assertEqual(show.show(self.folder, picture), 0)
+        self.assertTrue(picture.exists())
+        for line in ('window "Quillet"', f"Inbox({len(SHOWN.inbox)}) (selected)", SHOWN.inbox[0][1]):
+            self.assertIn(line, said.getvalue())
 
     def test_buttons_say_what_they_do(self):
         program, sight = self.open()

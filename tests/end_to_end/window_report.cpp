@@ -1,13 +1,11 @@
 // Looks at the running program from outside, through nothing but window messages. Answers the requests that
 // come on standard input, a line each, until that ends:
 //
-//   report                the main window, its controls, open dialogs and tooltips, as JSON
-//   wait-window SECONDS   0 once the main window is there and every folder has its count,
-//                         2 when a message box comes first, 1 when the time is over
-//   close                 asks the main window to close, as its close button does
-//   minimize              the main window, as when all windows of a desktop are
-//   look-at FOLDER        from here on the program in that folder is meant, and not any that runs
-//   copy BYTES            puts so many bytes that follow the line, UTF-8, on the clipboard
+//   report          the main window, its controls, open dialogs and tooltips, as JSON
+//   close           asks the main window to close, as its close button does
+//   minimize        the main window, as when all windows of a desktop are
+//   look-at FOLDER  from here on the program in that folder is meant, and not any that runs
+//   copy BYTES      puts so many bytes that follow the line, UTF-8, on the clipboard
 //
 // An answer is a line "CODE BYTES" and so many bytes. Code 3: looking failed, the bytes say why.
 #include <fcntl.h>
@@ -122,27 +120,6 @@ std::string report() {
                        {"tooltips", json::list(tooltips)}});
 }
 
-bool isFilled(HWND window) {
-  for (const HWND child : descendants(window))
-    if (classOf(child) == WC_TREEVIEWW) return everyFolderCounted(child);
-  return false;
-}
-
-int waitForWindow(double seconds) {
-  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds * 1000);
-  do {
-    try {
-      const ProgramWindows windows = findWindows();
-      if (!windows.dialogs.empty()) return 2;
-      if (windows.main && isFilled(windows.main)) return 0;
-    } catch (const std::runtime_error&) {
-      // A window that has just gone, or that is still busy: looked for again.
-    }
-    Sleep(50);
-  } while (GetTickCount64() < end);
-  return 1;
-}
-
 std::wstring wide(const std::string& utf8) {
   const int size = static_cast<int>(utf8.size());
   std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)),
@@ -176,7 +153,6 @@ struct Answer {
 
 Answer answerTo(const std::string& command, const std::string& argument) {
   if (command == "report") return {0, report()};
-  if (command == "wait-window") return {waitForWindow(std::atof(argument.c_str())), {}};
   if (command == "close") {
     const HWND window = findWindows().main;
     return {window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1, {}};
