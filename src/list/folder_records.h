@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -21,11 +20,8 @@ class FolderRecords {
   virtual bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) = 0;
   // The same, to be rid of messages that could not be taken out of the folder that they came from.
   virtual bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) = 0;
-  // Takes records out of a PC folder one by one, the highest slot first; each is a change of the file of its
-  // own, so that a failure leaves the rest where it is. `next` is told how many are gone before each. Answers
-  // how many are gone in the end.
-  virtual std::size_t removeRecords(store::Folder folder, std::span<const std::size_t> slots,
-                                    const std::function<void(std::size_t gone)>& next) = 0;
+  // Takes one record out of a PC folder, likewise; its slot must be there.
+  virtual bool removeRecord(store::Folder folder, std::size_t slot) = 0;
   // Adds the messages to the end of a text file.
   virtual bool saveText(const std::string& path, std::span<const store::SmsRecord> records) = 0;
   virtual void showStatus(const std::string& text) = 0;

@@ -73,6 +73,8 @@ class CQuilletView : public framework::CListView {
   // Writes the order of the rows into the PC folder that they show.
   void keepOrder();
   void numberRows();
+  // Makes the rows those of the folder's records.
+  void showAnew(store::Folder folder);
   void showStatus(UINT pattern, std::initializer_list<std::string_view> values) const;
 
   FolderRecords* records_ = nullptr;

@@ -1,12 +1,12 @@
 // The commands on the rows: sort, delete, save, select all.
 #include <algorithm>
-#include <functional>
 
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
 #include "list/list_sorter.h"
 #include "list/quillet_view.h"
+#include "list/removal.h"
 #include "list/text_file_question.h"
 #include "resources/resource_ids.h"
 #include "skin/delete_confirm_dialog.h"
@@ -72,8 +72,12 @@ void CQuilletView::keepOrder() {
     numberRows();
     return;
   }
+  showAnew(*folder);
+}
+
+void CQuilletView::showAnew(store::Folder folder) {
   deleteAllItems();
-  showRecords(records_->records(*folder));
+  showRecords(records_->records(folder));
 }
 
 void CQuilletView::numberRows() {
@@ -96,18 +100,23 @@ void CQuilletView::removeRows(std::span<const std::size_t> slots) {
 void CQuilletView::onDelete() {
   if (!consents(GetAncestor(handle(), GA_ROOT), false)) return;
   const auto folder = selectedPcFolder();
-  std::vector<std::size_t> slots = selectedSlots();
+  const std::vector<std::size_t> slots = selectedSlots();
   if (slots.empty() || !folder || !records_) return;
-  std::sort(slots.begin(), slots.end(), std::greater<>());  // so that those still to go keep their slots
   const framework::CWaitCursor wait;
   const int firstRow = nextSelected(-1);
-  const std::size_t deleted = records_->removeRecords(*folder, slots, [&](std::size_t gone) {
-    showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
-  });
-  removeRows(std::span(slots).first(deleted));
+  std::vector<std::size_t> deleted;
+  try {
+    deleted = removeMessages(*records_, *folder, slots, [&](std::size_t gone) {
+      showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
+    });
+  } catch (...) {
+    showAnew(*folder);  // no row may stand for another message than it shows
+    throw;
+  }
+  removeRows(deleted);
   const int focused = std::min(firstRow, itemCount() - 1);
   if (focused >= 0) ListView_SetItemState(handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
-  showStatus(IDS_DELETED, {std::to_string(deleted)});
+  showStatus(IDS_DELETED, {std::to_string(deleted.size())});
 }
 
 void CQuilletView::onDeleteAll() {

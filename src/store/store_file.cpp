@@ -34,7 +34,7 @@ ReadResult StoreFile::read(FolderTable& table) {
   return {status, shape.whole};
 }
 
-WriteResult StoreFile::rewrite(std::span<const SmsRecord> records) {
+WriteResult StoreFile::rewrite(std::span<const SmsRecord> records, std::span<const SmsRecord> further) {
   if (!isRead_) return notRead(path_);
   std::string former;
   const FileStatus status = readFile(files_, path_, former);
@@ -45,8 +45,8 @@ WriteResult StoreFile::rewrite(std::span<const SmsRecord> records) {
   std::string text = losing ? std::string() : std::move(former);
   text.clear();
   text += headerLine(section_);
-  const bool plainHeader = isAscii(text);
-  const bool plain = appendGroups(text, records) && plainHeader;
+  bool plain = isAscii(text);
+  for (const auto part : {records, further}) plain = appendGroups(text, part) && plain;
   if (!plain) text = fileBytes(std::move(text), codePage_);
   return replaceWith(text, true, losing ? &former : nullptr);
 }

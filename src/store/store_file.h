@@ -38,8 +38,9 @@ class StoreFile {
   ReadResult read(FolderTable& table);
   // The caller has given up the records that it had read: no rewrite before the next read.
   void forget() { isRead_ = false; }
-  // The file becomes the records in slot order. They are taken for all that the caller knows of the folder.
-  WriteResult rewrite(std::span<const SmsRecord> records);
+  // The file becomes the records in slot order, and behind them the further ones. They are taken for all that
+  // the caller knows of the folder.
+  WriteResult rewrite(std::span<const SmsRecord> records, std::span<const SmsRecord> further = {});
   // Files one message behind the others, with an empty Index; needs no read before it. Read again before the
   // next rewrite.
   WriteResult append(const SmsRecord& message, LineBreaks breaks);

@@ -72,8 +72,7 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   }
   bool replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) override;
   bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override;
-  std::size_t removeRecords(store::Folder folder, std::span<const std::size_t> slots,
-                            const std::function<void(std::size_t gone)>& next) override;
+  bool removeRecord(store::Folder folder, std::size_t slot) override;
   bool saveText(const std::string& path, std::span<const store::SmsRecord> records) override;
   void showStatus(const std::string& text) override { services_.showStatus(text); }
 
@@ -81,8 +80,8 @@ class CLeftView : public framework::CTreeView, private list::FolderRecords, priv
   void dragOver(POINT screen) override;
   void dragLeft() override;
   void drop(POINT screen) override;
-  // As replaceRecords, with the text for the case that the file cannot be written.
-  bool rewriteFolder(store::Folder folder, std::vector<store::SmsRecord> records, UINT failure);
+  // Tells how a folder's file was changed, and renews the label if it was.
+  bool follow(store::Folder folder, const store::WriteResult& written, UINT failure);
   // Files the selected rows in the folder that they were dropped on.
   void transfer();
 

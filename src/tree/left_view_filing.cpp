@@ -7,6 +7,7 @@
 #include "list/list_state.h"
 #include "list/transfer.h"
 #include "resources/resource_ids.h"
+#include "store/folder_change.h"
 #include "store/text_file.h"
 #include "tree/left_view.h"
 
@@ -22,38 +23,23 @@ constexpr int hotSpot = -15;
 }  // namespace
 
 bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) {
-  return rewriteFolder(folder, std::move(records), IDS_CANNOT_CHANGE);
+  return follow(folder, store::replaceRecords(storeFile(folder), tables_[folder], std::move(records)),
+                IDS_CANNOT_CHANGE);
 }
 
 bool CLeftView::takeBack(store::Folder folder, std::vector<store::SmsRecord> records) {
-  return rewriteFolder(folder, std::move(records), IDS_IN_BOTH_FOLDERS);
+  return follow(folder, store::replaceRecords(storeFile(folder), tables_[folder], std::move(records)),
+                IDS_IN_BOTH_FOLDERS);
 }
 
-bool CLeftView::rewriteFolder(store::Folder folder, std::vector<store::SmsRecord> records, UINT failure) {
-  const store::WriteResult written = storeFile(folder).rewrite(records);
+bool CLeftView::removeRecord(store::Folder folder, std::size_t slot) {
+  return follow(folder, store::eraseRecord(storeFile(folder), tables_[folder], slot), IDS_CANNOT_CHANGE);
+}
+
+bool CLeftView::follow(store::Folder folder, const store::WriteResult& written, UINT failure) {
   services_.reportWrite(written, failure);
-  if (!written.ok()) return false;
-  tables_[folder] = store::FolderTable(std::move(records));
-  setCount(folder);
-  return true;
-}
-
-std::size_t CLeftView::removeRecords(store::Folder folder, std::span<const std::size_t> slots,
-                                     const std::function<void(std::size_t gone)>& next) {
-  store::FolderTable& table = tables_[folder];
-  const auto records = std::as_const(table).records();
-  store::FolderTable left({records.begin(), records.end()});
-  std::size_t gone = 0;
-  for (; gone < slots.size() && slots[gone] < left.size(); ++gone) {
-    next(gone);
-    left.erase(slots[gone]);
-    const store::WriteResult written = storeFile(folder).rewrite(left.records());
-    services_.reportWrite(written, IDS_CANNOT_CHANGE);
-    if (!written.ok()) break;
-    table.erase(slots[gone]);
-    setCount(folder);
-  }
-  return gone;
+  if (written.ok()) setCount(folder);
+  return written.ok();
 }
 
 bool CLeftView::saveText(const std::string& path, std::span<const store::SmsRecord> records) {

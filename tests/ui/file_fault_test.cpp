@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <map>
+#include <set>
 
 #include "app/windows_code_page.h"
 #include "dialogs/compose_state.h"
@@ -275,6 +277,40 @@ TEST_F(FileFaults, AreToldChangeNothingAndCanBeRepeated) {
     }
   }
   std::cout << cases << " faults\n";
+}
+
+TEST_F(FileFaults, ADeletionThatBreaksOffLeavesTheOtherMessagesAndTheirRows) {
+  using Texts = std::vector<std::string>;
+  const Action& deletion = actions[1];
+  const Texts stages[]{{"pear", "apple", "fig", "cake", "tart"},
+                       {"pear", "apple", "fig", "tart"},
+                       {"pear", "fig", "tart"},
+                       {"fig", "tart"}};
+  for (const bool memoryRunsOut : {false, true}) {
+    std::set<std::size_t> seen;
+    for (std::size_t step = 0; !seen.contains(3); ++step) {
+      SCOPED_TRACE((memoryRunsOut ? "no memory: step " : "no disk: step ") + std::to_string(step));
+      prepare(deletion);
+      for (const int row : {0, 3})
+        ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
+      files_->watch([=](std::size_t at) -> std::optional<std::uint32_t> {
+        if (at != step) return std::nullopt;
+        if (memoryRunsOut) throw std::bad_alloc();
+        return ERROR_DISK_FULL;
+      });
+      {
+        const Person person(deletion.button, deletion.text);
+        deletion.run(*this);
+        app_.settle();
+      }
+      files_->watch({});
+      expectAgreement(deletion);
+      const auto stage = std::ranges::find(stages, app_.column(0));
+      ASSERT_NE(stage, std::end(stages));
+      seen.insert(static_cast<std::size_t>(stage - stages));
+    }
+    EXPECT_EQ(seen.size(), std::size(stages));
+  }
 }
 
 }  // namespace

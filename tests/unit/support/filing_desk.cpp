@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "list/removal.h"
 #include "list/transfer.h"
+#include "store/folder_change.h"
 #include "store/store_format.h"
 
 namespace support {
@@ -26,11 +28,10 @@ SmsRecord written(const char* text) {
   return {.Content = text, .Time = "2026/03/02  11:22:33", .Phone = "+31600000009", .Index = 0};
 }
 
-Records inboxWithout(const FilingDesk& desk, std::initializer_list<std::size_t> slots) {
-  Records left;
-  for (std::size_t slot = 0; slot < desk.records(Folder::PInbox).size(); ++slot)
-    if (std::ranges::find(slots, slot) == slots.end()) left.push_back(desk.records(Folder::PInbox)[slot]);
-  return left;
+bool remove(FilingDesk& desk) {
+  if (desk.records(Folder::PInbox).empty()) return true;
+  const std::vector slots(deletedSlots.rbegin(), deletedSlots.rend());
+  return list::removeMessages(desk, Folder::PInbox, slots, [](std::size_t) {}).size() == slots.size();
 }
 
 bool sort(FilingDesk& desk) {
@@ -60,9 +61,11 @@ bool FilingDesk::file(Folder folder, const SmsRecord& message, store::LineBreaks
 }
 
 bool FilingDesk::replaceRecords(Folder folder, Records records) {
-  if (!storeFile(folder).rewrite(records).ok()) return false;
-  tables_[folder] = store::FolderTable(std::move(records));
-  return true;
+  return store::replaceRecords(storeFile(folder), tables_[folder], std::move(records)).ok();
+}
+
+bool FilingDesk::removeRecord(Folder folder, std::size_t slot) {
+  return store::eraseRecord(storeFile(folder), tables_[folder], slot).ok();
 }
 
 const std::array<FilingOperation, 7> filingOperations{{
@@ -79,10 +82,7 @@ const std::array<FilingOperation, 7> filingOperations{{
        return desk.file(Folder::PDraft, written("\xE4\xB8\xAD"), store::LineBreaks::stored);
      }},
     {"sort", sort},
-    {"delete",
-     [](FilingDesk& desk) {
-       return desk.replaceRecords(Folder::PInbox, inboxWithout(desk, {1, 4, 7}));
-     }},
+    {"delete", remove},
     {"delete-all", [](FilingDesk& desk) { return desk.replaceRecords(Folder::PInbox, {}); }},
     {"move",
      [](FilingDesk& desk) {

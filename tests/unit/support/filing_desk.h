@@ -30,10 +30,7 @@ class FilingDesk : public list::FolderRecords {
   bool takeBack(store::Folder folder, std::vector<store::SmsRecord> records) override {
     return replaceRecords(folder, std::move(records));
   }
-  std::size_t removeRecords(store::Folder, std::span<const std::size_t>,
-                            const std::function<void(std::size_t)>&) override {
-    return 0;
-  }
+  bool removeRecord(store::Folder folder, std::size_t slot) override;
   bool saveText(const std::string&, std::span<const store::SmsRecord>) override { return false; }
   void showStatus(const std::string&) override {}
 
@@ -51,6 +48,9 @@ struct FilingOperation {
   bool (*run)(FilingDesk&);
 };
 extern const std::array<FilingOperation, 7> filingOperations;
+
+// What the one named "delete" takes out of the inbox, in this order; nothing of an empty one.
+inline constexpr std::array<std::size_t, 3> deletedSlots{7, 4, 1};
 
 // The bytes of a store with that many messages, in Latin-1.
 std::string storeWith(const store::StoreName& name, int messages);
