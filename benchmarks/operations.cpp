@@ -13,6 +13,7 @@
 #include "bare_list.h"
 #include "framework/text.h"
 #include "resources/resource_ids.h"
+#include "stopwatch.h"
 #include "store/folder_state.h"
 
 namespace {
@@ -23,14 +24,6 @@ constexpr int messages = 1000;
 constexpr int half = messages / 2;
 
 std::string folder;  // ends in a backslash
-
-double now() {
-  LARGE_INTEGER count;
-  LARGE_INTEGER frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 double took(const std::function<void()>& work) {
   const double begin = now();

@@ -1,8 +1,7 @@
 // start_time ROUNDS ROWS PROGRAM REFERENCE: starts both programs by turns again and again, so that whatever
 // else the machine does meets both alike. The reference is given ROWS as its argument. Prints, for each of
-// the two, the medians of three figures: the milliseconds from the start to the list holding ROWS rows with
-// the program ready for input, the milliseconds of the processor that it took for that, and the private
-// memory it has then (KB).
+// the two, the fewest milliseconds from the start to the list holding ROWS rows with the program ready for
+// input, and the median of the private memory it has then (KB).
 #include <windows.h>
 
 #include <commctrl.h>
@@ -13,19 +12,13 @@
 #include <string>
 #include <vector>
 
+#include "stopwatch.h"
+
 namespace {
 
 struct Figures {
   std::vector<double> milliseconds, kilobytes;
 };
-
-double now() {
-  LARGE_INTEGER count;
-  LARGE_INTEGER frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 double kilobytesOf(HANDLE process) {
   PROCESS_MEMORY_COUNTERS memory{};
