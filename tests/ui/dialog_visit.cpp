@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/text.h"
+#include "framework/wnd.h"
+
 namespace {
 
 DialogVisit* activeVisit = nullptr;
@@ -54,6 +57,39 @@ LRESULT CALLBACK DialogVisit::onSent(int code, WPARAM wParam, LPARAM lParam) {
     PostMessageW(reinterpret_cast<HWND>(sent.lParam), WM_NULL, 0, 0);  // so that it looks up again
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+HWND item(HWND dialog, UINT id) {
+  return GetDlgItem(dialog, static_cast<int>(id));
+}
+
+void enter(HWND dialog, UINT id, const std::string& text) {
+  SendMessageW(item(dialog, id), EM_SETSEL, 0, -1);
+  SendMessageW(item(dialog, id), EM_REPLACESEL, TRUE,
+               reinterpret_cast<LPARAM>(framework::toWide(text).c_str()));
+}
+
+std::string wordsOf(HWND box) {
+  std::string words;
+  for (HWND part = nullptr; (part = FindWindowExW(box, part, L"Static", nullptr));)
+    words += framework::windowText(part);
+  return words;
+}
+
+DialogVisit::Step press(UINT id) {
+  return [id](HWND dialog) { SendMessageW(item(dialog, id), BM_CLICK, 0, 0); };
+}
+
+DialogVisit::Step endWith(INT_PTR result) {
+  return [result](HWND dialog) { EndDialog(dialog, result); };
+}
+
+DialogVisit::Step answer(const std::string& expected) {
+  return [expected](HWND box) {
+    const std::string words = wordsOf(box);
+    EXPECT_NE(words.find(expected), std::string::npos) << "shown: " << words;
+    EndDialog(box, IDOK);
+  };
 }
 
 std::vector<COLORREF> pictureOf(HWND window) {

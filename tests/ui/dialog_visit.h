@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 // Acts in the modal dialog that is opened while it lives: one step after the other, each once everything that
@@ -30,6 +31,17 @@ class DialogVisit {
   UINT_PTR timer_;
   HHOOK hook_;
 };
+
+HWND item(HWND dialog, UINT id);
+// Types over what a field holds, as a paste does.
+void enter(HWND dialog, UINT id, const std::string& text);
+// All that a box says.
+std::string wordsOf(HWND box);
+
+DialogVisit::Step press(UINT id);
+DialogVisit::Step endWith(INT_PTR result);
+// Answers the message box on top, which must say this.
+DialogVisit::Step answer(const std::string& expected);
 
 // What a window shows on the screen, row by row.
 std::vector<COLORREF> pictureOf(HWND window);

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "app/windows_code_page.h"
+#include "dialog_visit.h"
 #include "dialogs/compose_state.h"
 #include "framework/text.h"
 #include "list/list_state.h"
@@ -73,9 +74,7 @@ class Person {
       PostMessageW(GetDlgItem(dialog, static_cast<int>(button_)), BM_CLICK, 0, 0);
       return;
     }
-    std::string words;
-    for (HWND part = nullptr; (part = FindWindowExW(dialog, part, L"Static", nullptr));)
-      words += framework::windowText(part);
+    const std::string words = wordsOf(dialog);
     const bool question = GetDlgItem(dialog, IDCANCEL) != nullptr && GetDlgItem(dialog, IDOK) != nullptr;
     if (!question && words.find("message(s)  sent") == std::string::npos) boxes_.push_back(words);
     EndDialog(dialog, IDOK);

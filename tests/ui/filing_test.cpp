@@ -60,7 +60,7 @@ class Filing : public testing::Test {
     SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 2, reinterpret_cast<LPARAM>(&click));
   }
   void command(UINT id, UINT answer) {
-    const DialogVisit visit({[=](HWND question) { EndDialog(question, static_cast<INT_PTR>(answer)); }});
+    const DialogVisit visit({endWith(static_cast<INT_PTR>(answer))});
     app_.frame()->send(WM_COMMAND, id);
     app_.settle();
   }
@@ -189,8 +189,7 @@ TEST_F(Filing, DeletionThatFailsStopsAndSaysSo) {
   select({0, 1, 2});
   const HANDLE held = lock("pcInbox.dat");
   {
-    const DialogVisit visit(
-        {[](HWND question) { EndDialog(question, IDOK); }, [](HWND box) { EndDialog(box, IDOK); }});
+    const DialogVisit visit({endWith(IDOK), endWith(IDOK)});
     app_.frame()->send(WM_COMMAND, ID_DELETE);
   }
   CloseHandle(held);
@@ -201,7 +200,7 @@ TEST_F(Filing, DeletionThatFailsStopsAndSaysSo) {
 TEST_F(Filing, KeysDeleteAndSelectAll) {
   app_.press(app_.list().handle(), 'A', true);
   EXPECT_EQ(app_.list().selectedCount(), 5);
-  const DialogVisit visit({[](HWND question) { EndDialog(question, IDOK); }});
+  const DialogVisit visit({endWith(IDOK)});
   app_.press(app_.list().handle(), VK_DELETE);
   EXPECT_EQ(app_.list().itemCount(), 0);
 }
@@ -334,7 +333,7 @@ TEST_F(Filing, SaveAppendsTheSelectedFromTheLastRowUp) {
   EXPECT_EQ(folder_.read("saved.txt"), group(echo) + group(alpha) + group(delta));
   // Into the same file again, once it may be: behind what is there.
   select({1});
-  save({[](HWND question) { EndDialog(question, IDYES); }});
+  save({endWith(IDYES)});
   EXPECT_EQ(folder_.read("saved.txt"), group(echo) + group(alpha) + group(delta) + group(bravo));
 }
 

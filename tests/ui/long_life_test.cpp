@@ -44,25 +44,6 @@ std::string narrowed(const std::string& utf8) {
   return bytes;
 }
 
-HWND item(HWND dialog, UINT id) {
-  return GetDlgItem(dialog, static_cast<int>(id));
-}
-DialogVisit::Step press(UINT id) {
-  return [id](HWND dialog) { SendMessageW(item(dialog, id), BM_CLICK, 0, 0); };
-}
-DialogVisit::Step answer(const std::string& expected) {
-  return [expected](HWND box) {
-    std::string words;
-    for (HWND part = nullptr; (part = FindWindowExW(box, part, L"Static", nullptr));)
-      words += windowText(part);
-    EXPECT_NE(words.find(expected), std::string::npos) << "shown: " << words;
-    EndDialog(box, IDOK);
-  };
-}
-void enter(HWND dialog, UINT id, const std::string& text) {
-  SendMessageW(item(dialog, id), EM_SETSEL, 0, -1);
-  SendMessageW(item(dialog, id), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(toWide(text).c_str()));
-}
 std::string oneLineEnds(std::string text) {
   text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
   std::replace(text.begin(), text.end(), '\r', ' ');
@@ -238,7 +219,7 @@ class LongLife : public testing::Test {
 
   Steps consent(bool yes) {
     Steps steps = yes ? copiesKept({folders_.selected()}) : Steps{};
-    steps.insert(steps.begin(), [=](HWND question) { EndDialog(question, yes ? IDOK : IDCANCEL); });
+    steps.insert(steps.begin(), endWith(yes ? IDOK : IDCANCEL));
     return steps;
   }
   void remove() {
@@ -304,7 +285,7 @@ class LongLife : public testing::Test {
                    reinterpret_cast<LPARAM>(toWide(folder_.path() + "saved.txt").c_str()));
       PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     }};
-    if (saved_.exists) steps.push_back([](HWND question) { EndDialog(question, IDYES); });
+    if (saved_.exists) steps.push_back(endWith(IDYES));
     saved_.append(folders_.savedLines(rows));
     ++saves_;
     command(ID_SAVE, std::move(steps));
@@ -396,7 +377,7 @@ class LongLife : public testing::Test {
       const bool keep = !text.empty() && oneIn(2);
       done_ << (keep ? ", keep" : "");
       steps.push_back(press(IDC_MESSAGE_CANCEL));
-      if (!text.empty()) steps.push_back([=](HWND question) { EndDialog(question, keep ? IDOK : IDCANCEL); });
+      if (!text.empty()) steps.push_back(endWith(keep ? IDOK : IDCANCEL));
       if (keep) sending.filed.push_back({model::pcDraft, {text, receivers, "", 0}});
     }
     const std::string before = store::timeStamp(framework::localTime());

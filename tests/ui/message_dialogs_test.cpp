@@ -17,36 +17,14 @@ using store::Folder;
 using Texts = std::vector<std::string>;
 using Step = DialogVisit::Step;
 
-HWND item(HWND dialog, UINT id) {
-  return GetDlgItem(dialog, static_cast<int>(id));
-}
 std::string textOf(HWND dialog, UINT id) {
   return windowText(item(dialog, id));
 }
 
-// Types over what a field holds, as a paste does.
-void enter(HWND dialog, UINT id, const std::string& text) {
-  SendMessageW(item(dialog, id), EM_SETSEL, 0, -1);
-  SendMessageW(item(dialog, id), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(toWide(text).c_str()));
-}
-
-Step press(UINT id) {
-  return [id](HWND dialog) { SendMessageW(item(dialog, id), BM_CLICK, 0, 0); };
-}
 Step compose(const std::string& receivers, const std::string& text) {
   return [=](HWND dialog) {
     enter(dialog, IDC_RECEIVERS, receivers);
     enter(dialog, IDC_MESSAGE_CONTENT, text);
-  };
-}
-// Answers the message box on top, which must say this.
-Step answer(const std::string& expected) {
-  return [expected](HWND box) {
-    std::string words;
-    for (HWND part = nullptr; (part = FindWindowExW(box, part, L"Static", nullptr));)
-      words += windowText(part);
-    EXPECT_NE(words.find(expected), std::string::npos) << "shown: " << words;
-    EndDialog(box, IDOK);
   };
 }
 
