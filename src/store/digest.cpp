@@ -1,6 +1,6 @@
 #include "store/digest.h"
 
-#include <cstring>
+#include "store/word.h"
 
 namespace store {
 
@@ -15,20 +15,13 @@ constexpr std::uint64_t key = 0xE9B1D38FA5F7C69D;
 
 // A pair of words for each lane. Every bit of the pair and of the lane reaches every bit of what the lane
 // becomes; the lanes do not wait for each other.
-constexpr std::size_t width = sizeof(std::uint64_t);
 constexpr std::size_t blockSize = sizeof(Lanes) * 2;
-
-std::uint64_t wordAt(const char* place) {
-  std::uint64_t word;
-  std::memcpy(&word, place, width);
-  return word;
-}
 
 void take(Lanes& lanes, const char* block) {
   for (std::uint64_t& lane : lanes) {
-    const Product product = Product{lane ^ wordAt(block)} * (key ^ wordAt(block + width));
+    const Product product = Product{lane ^ wordAt(block)} * (key ^ wordAt(block + wordSize));
     lane = static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-    block += 2 * width;
+    block += 2 * wordSize;
   }
 }
 

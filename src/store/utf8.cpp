@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "store/word.h"
+
 namespace store {
 
 namespace {
@@ -33,13 +35,6 @@ std::size_t characterLength(std::string_view text) {
 constexpr std::uint64_t highBits = 0x8080808080808080;
 constexpr std::uint64_t blanks = 0x2020202020202020;
 constexpr std::uint64_t ones = 0x0101010101010101;
-constexpr std::size_t width = sizeof(std::uint64_t);
-
-std::uint64_t wordAt(const char* place) {
-  std::uint64_t word;
-  std::memcpy(&word, place, width);
-  return word;
-}
 
 // The high bits of the characters that are not plain text, up to the first of them; behind it there may be
 // more. What is below a blank borrows from its high bit.
@@ -51,14 +46,14 @@ std::uint64_t notPlain(std::uint64_t word) {
 template <class Find>
 bool noWord(std::string_view text, Find find) {
   std::uint64_t found = 0;
-  if (text.size() < width) {
+  if (text.size() < wordSize) {
     std::uint64_t word = blanks;
     std::memcpy(&word, text.data(), text.size());
     return find(word) == 0;
   }
-  const std::size_t words = text.size() / width;
-  for (std::size_t i = 0; i < words; ++i) found |= find(wordAt(text.data() + i * width));
-  return (found | find(wordAt(text.data() + text.size() - width))) == 0;
+  const std::size_t words = text.size() / wordSize;
+  for (std::size_t i = 0; i < words; ++i) found |= find(wordAt(text.data() + i * wordSize));
+  return (found | find(wordAt(text.data() + text.size() - wordSize))) == 0;
 }
 
 }  // namespace
@@ -78,29 +73,29 @@ std::size_t plainLength(std::string_view text, char mark) {
     return notPlain(word) | (((word ^ marks) - ones) & highBits);
   };
   std::size_t length = 0;
-  while (text.size() - length >= 2 * width &&
-         (find(wordAt(text.data() + length)) | find(wordAt(text.data() + length + width))) == 0)
-    length += 2 * width;
-  for (; text.size() - length >= width; length += width) {
+  while (text.size() - length >= 2 * wordSize &&
+         (find(wordAt(text.data() + length)) | find(wordAt(text.data() + length + wordSize))) == 0)
+    length += 2 * wordSize;
+  for (; text.size() - length >= wordSize; length += wordSize) {
     if (const std::uint64_t found = find(wordAt(text.data() + length)))
-      return length + static_cast<std::size_t>(std::countr_zero(found)) / width;
+      return length + static_cast<std::size_t>(std::countr_zero(found)) / wordSize;
   }
   while (length < text.size() && text[length] != mark && isBetween(text[length], ' ', 0x7F)) ++length;
   return length;
 }
 
 bool copyIfPlain(std::string_view text, char* to) {
-  if (text.size() < width) {
+  if (text.size() < wordSize) {
     text.copy(to, text.size());
     return isPlainText(text);
   }
   const auto copyWord = [&](std::size_t place) {
     const std::uint64_t word = wordAt(text.data() + place);
-    std::memcpy(to + place, &word, width);
+    std::memcpy(to + place, &word, wordSize);
     return notPlain(word);
   };
-  std::uint64_t found = copyWord(text.size() - width);
-  for (std::size_t place = 0; place + width < text.size(); place += width) found |= copyWord(place);
+  std::uint64_t found = copyWord(text.size() - wordSize);
+  for (std::size_t place = 0; place + wordSize < text.size(); place += wordSize) found |= copyWord(place);
   return found == 0;
 }
 
