@@ -16,7 +16,7 @@ struct Transfer {
 };
 
 // slots: those of the messages, in the order in which they are appended to the target. The source is left
-// without them when they are moved, and as it is when they are copied.
+// without them when they are moved; when they are copied it stays as it is, and is empty here.
 Transfer planTransfer(std::span<const store::SmsRecord> source, std::span<const store::SmsRecord> target,
                       std::span<const std::size_t> slots, bool move);
 
