@@ -27,7 +27,7 @@ class AtHandset : public Handset {
   AtHandset(OpenPort openPort, Clock& clock, std::size_t joinLimit = defaultJoinLimit);
   ~AtHandset() override;
 
-  // Opens the port and looks for a modem on it: four seconds at most once the port is open.
+  // Opens the port and looks for a modem on it; four and a half seconds at most once the port is open.
   bool open(int port, int baud) override;
   bool init() override;
   void close() override;

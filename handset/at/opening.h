@@ -11,7 +11,8 @@ namespace handset::at {
 
 std::string problemOf(PortProblem problem, int port);
 
-// Looks for a modem on a line that was just opened; four seconds at most.
+// Looks for a modem on a line that was just opened; gives up within four seconds, finds one within
+// four and a half.
 std::string findModem(Channel& channel);
 
 // Makes the modem ready for messages as PDUs and learns what it offers.
