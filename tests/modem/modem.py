@@ -153,8 +153,8 @@ class Modem:
 
     def _submit(self, octets, length):
         try:
-            sms = pdu.decode(octets)
-            fits = sms.kind == "submit" and len(octets) // 2 - 1 - int(octets[:2], 16) == length
+            pdu.decode(octets)
+            fits = len(octets) // 2 - 1 - int(octets[:2], 16) == length
         except ValueError:
             fits = False
         if not fits:

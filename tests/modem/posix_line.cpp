@@ -56,10 +56,10 @@ class Terminal : public ByteStream {
 
 OpenedPort openTerminal(const std::string& path) {
   const int file = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-  if (file < 0) return {errno == ENOENT ? PortProblem::absent : PortProblem::denied, nullptr};
+  if (file < 0) return {PortProblem::failed, nullptr};
   auto terminal = std::make_unique<Terminal>(file);
   termios settings{};
-  if (::tcgetattr(file, &settings) != 0) return {PortProblem::notSerial, nullptr};
+  if (::tcgetattr(file, &settings) != 0) return {PortProblem::failed, nullptr};
   ::cfmakeraw(&settings);
   if (::tcsetattr(file, TCSANOW, &settings) != 0) return {PortProblem::failed, nullptr};
   terminal->discardInput();
