@@ -59,35 +59,28 @@ TEST(Recipients, SplitAtEverySemicolon) {
 }
 
 TEST(ReaderPosition, EnablesItsButtonsInTheDeliberateOrder) {
-  const auto expectButtons = [](const ReaderPosition& reader, int position, bool previous, bool next) {
-    EXPECT_EQ(reader.position(), position);
-    EXPECT_EQ(reader.previousEnabled(), previous);
-    EXPECT_EQ(reader.nextEnabled(), next);
+  // Steps back (<), forward (>) and to a message by its number; after each the position and the buttons that
+  // are enabled, first of all as the reader opens.
+  const auto walk = [](ReaderPosition reader, std::string_view steps) {
+    const auto seen = [&reader] {
+      return std::to_string(reader.position()) + (reader.previousEnabled() ? "<" : "") +
+             (reader.nextEnabled() ? ">" : "");
+    };
+    std::string all = seen();
+    for (const char step : steps) {
+      if (step == '<')
+        reader.stepBack();
+      else if (step == '>')
+        reader.stepForward();
+      else
+        reader.choose(step - '0');
+      all += ' ' + seen();
+    }
+    return all;
   };
-  ReaderPosition single(0, 1);
-  expectButtons(single, 0, false, false);
-  single.choose(0);
-  expectButtons(single, 0, true, false);
-  single.stepBack();
-  expectButtons(single, 0, false, true);
-  single.stepForward();
-  expectButtons(single, 0, true, false);
-
-  ReaderPosition reader(1, 3);
-  expectButtons(reader, 1, true, true);
-  reader.stepForward();
-  expectButtons(reader, 2, true, false);
-  reader.stepForward();
-  expectButtons(reader, 2, true, false);
-  reader.choose(0);
-  expectButtons(reader, 0, false, true);
-  reader.stepBack();
-  expectButtons(reader, 0, false, true);
-  reader.choose(2);
-  expectButtons(reader, 2, true, false);
-  reader.stepBack();
-  expectButtons(reader, 1, true, true);
-  expectButtons(ReaderPosition(2, 3), 2, true, false);
+  EXPECT_EQ(walk({0, 1}, "0<>"), "0 0< 0> 0<");
+  EXPECT_EQ(walk({1, 3}, ">>0<2<"), "1<> 2< 2< 0> 0> 2< 1<>");
+  EXPECT_EQ(walk({2, 3}, ""), "2<");
 }
 
 // A handset that refuses some numbers and files that refuse to be written.
