@@ -1,5 +1,7 @@
 #include "handset/entry_texts.h"
 
+#include <algorithm>
+
 #include "phonelink/entry_layouts.h"
 
 namespace handset {
@@ -13,6 +15,17 @@ std::u16string_view takeCharacter(std::u16string_view& units) {
   return character;
 }
 
+// Nearly all there is: one byte for each character in every code page that a system can have.
+bool isPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c != 0 && c < 0x80; });
+}
+
+std::vector<std::string> plainPieces(std::string_view text, std::size_t capacity) {
+  std::vector<std::string> pieces(1, std::string{text.substr(0, capacity)});
+  for (std::size_t i = capacity; i < text.size(); i += capacity) pieces.emplace_back(text.substr(i, capacity));
+  return pieces;
+}
+
 template <typename Piece>
 void append(std::vector<Piece>& pieces, const Piece& character, std::size_t capacity) {
   if (pieces.back().size() + character.size() > capacity) pieces.emplace_back();
@@ -22,6 +35,7 @@ void append(std::vector<Piece>& pieces, const Piece& character, std::size_t capa
 }  // namespace
 
 bool holds(const CodePage& codePage, std::string_view text) {
+  if (isPlain(text)) return true;
   const std::u16string units = phonelink::utf16FromUtf8(text);
   for (std::u16string_view rest = units; !rest.empty();)
     if (codePage.encode(takeCharacter(rest)).empty()) return false;
@@ -29,6 +43,7 @@ bool holds(const CodePage& codePage, std::string_view text) {
 }
 
 std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacity, const CodePage& codePage) {
+  if (isPlain(text)) return plainPieces(text, capacity);
   const std::u16string units = phonelink::utf16FromUtf8(text);
   std::vector<std::string> pieces(1);
   for (std::u16string_view rest = units; !rest.empty();) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "phonelink/entry_layouts.h"
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr wchar_t contentName[] = L"handset.txt";
 constexpr int minutesPerQuarter = 15;
+constexpr std::size_t blockSize = 1U << 16U;
 
 struct CloseFile {
   void operator()(HANDLE file) const { CloseHandle(file); }
@@ -47,13 +49,13 @@ std::optional<std::string> WindowsEnvironment::readContent(std::size_t limit) {
   const FileHandle file{handle};
 
   std::string bytes;
-  char block[4096];
+  std::vector<char> block(blockSize);
   while (bytes.size() < limit) {
-    const DWORD wanted = static_cast<DWORD>(std::min(sizeof block, limit - bytes.size()));
+    const DWORD wanted = static_cast<DWORD>(std::min(block.size(), limit - bytes.size()));
     DWORD got = 0;
-    if (!ReadFile(file.get(), block, wanted, &got, nullptr)) return std::nullopt;
+    if (!ReadFile(file.get(), block.data(), wanted, &got, nullptr)) return std::nullopt;
     if (got == 0) break;
-    bytes.append(block, got);
+    bytes.append(block.data(), got);
   }
   return bytes;
 }

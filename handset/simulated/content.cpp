@@ -52,6 +52,7 @@ std::optional<std::uint16_t> statusOf(std::string_view value) {
 // Reads a file line by line into a Content. Lives for one call of parseContent().
 class Parser {
  public:
+  explicit Parser(bool settingsOnly) : settingsOnly_(settingsOnly) {}
   Content parse(std::string_view file);
 
  private:
@@ -68,6 +69,7 @@ class Parser {
   void giveNumbers();
   void report(std::string what);
 
+  const bool settingsOnly_;  // the other sections are passed over
   Content content_;
   Section section_ = Section::none;
   std::size_t line_ = 0;
@@ -115,6 +117,10 @@ void Parser::startSection(std::string_view name) {
   section_ = Section::unknown;
   for (const SectionName& known : sectionNames)
     if (known.name == name) section_ = known.section;
+  if (settingsOnly_ && section_ != Section::settings) {
+    section_ = Section::unknown;
+    return;
+  }
 
   const bool full = (section_ == Section::message && content_.messages.size() == maxContentItems) ||
                     (section_ == Section::contact && content_.contacts.size() == maxContentItems);
@@ -227,6 +233,7 @@ void Parser::readField(std::string& target, std::string_view value, std::size_t 
 }
 
 std::string Parser::unescaped(std::string_view value) {
+  if (value.find('\\') == std::string_view::npos) return std::string{value};
   std::string text;
   for (std::size_t i = 0; i < value.size(); ++i) {
     const char next = i + 1 < value.size() ? value[i + 1] : '\0';
@@ -259,7 +266,11 @@ void Parser::report(std::string what) {
 }  // namespace
 
 Content parseContent(std::string_view file) {
-  return Parser{}.parse(file);
+  return Parser{false}.parse(file);
+}
+
+Settings parseSettings(std::string_view file) {
+  return Parser{true}.parse(file).settings;
 }
 
 }  // namespace handset

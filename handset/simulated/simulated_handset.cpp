@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <utility>
 
-#include "handset/simulated/storage_numbers.h"
 #include "phonelink/entry_layouts.h"
 
 namespace handset {
@@ -43,20 +42,18 @@ std::string handsetTime(const LocalTime& time) {
 SimulatedHandset::SimulatedHandset(std::unique_ptr<Environment> environment)
     : environment_{std::move(environment)} {}
 
-std::optional<Content> SimulatedHandset::load() {
-  // One byte more than is used, so that a file which is too long can be told.
-  const std::optional<std::string> file = environment_->readContent(maxContentSize + 1);
-  if (!file) return std::nullopt;
-  return parseContent(*file);
+// One byte more than is used, so that a file which is too long can be told.
+std::optional<std::string> SimulatedHandset::readFile() {
+  return environment_->readContent(maxContentSize + 1);
 }
 
 bool SimulatedHandset::open(int /*port*/, int /*baud*/) {
-  std::optional<Content> content = load();
-  if (!content) {
+  const std::optional<std::string> file = readFile();
+  if (!file) {
     environment_->report("there is no content to simulate a handset from");
     return false;
   }
-  content_ = std::move(*content);
+  content_ = parseContent(*file);
   for (const Problem& problem : content_.problems)
     environment_->report("line " + std::to_string(problem.line) + ": " + problem.what);
   numberSentMessages();
@@ -66,8 +63,7 @@ bool SimulatedHandset::open(int /*port*/, int /*baud*/) {
 
 // A message keeps its place in the SIM's store unless the file, edited since, has put another one there.
 void SimulatedHandset::numberSentMessages() {
-  StorageNumbers numbers;
-  for (const Message& message : messagesIn(Store::sim)) numbers.take(message.storageNumber);
+  StorageNumbers numbers = fileNumbers();
   for (Message& message : sent_) {
     if (numbers.isTaken(message.storageNumber)) {
       message.storageNumber = numbers.takeFree();
@@ -88,28 +84,25 @@ void SimulatedHandset::close() {
 
 // Asked before the first open, while it is still unknown whether there is a file: without one, yes.
 bool SimulatedHandset::offersUnicode() {
-  const std::optional<Content> content = load();
-  return !content || content->settings.unicode;
+  const std::optional<std::string> file = readFile();
+  return !file || parseSettings(*file).unicode;
 }
 
 std::optional<std::vector<Message>> SimulatedHandset::simReceived() {
   takeTime();
-  std::vector<Message> messages = messagesIn(Store::sim);
-  std::erase_if(messages, [](const Message& message) { return !isReceived(message); });
-  return messages;
+  return messagesIn(Store::sim, isReceived);
 }
 
 std::optional<std::vector<Message>> SimulatedHandset::simOutgoing() {
   takeTime();
-  std::vector<Message> messages = messagesIn(Store::sim);
-  std::erase_if(messages, [](const Message& message) { return !isOutgoing(message); });
+  std::vector<Message> messages = messagesIn(Store::sim, isOutgoing);
   messages.insert(messages.end(), sent_.begin(), sent_.end());
   return messages;
 }
 
 std::optional<std::vector<Message>> SimulatedHandset::phoneMessages() {
   takeTime();
-  return messagesIn(Store::phone);
+  return messagesIn(Store::phone, [](const Message&) { return true; });
 }
 
 bool SimulatedHandset::send(std::string_view number, std::string_view text) {
@@ -118,8 +111,7 @@ bool SimulatedHandset::send(std::string_view number, std::string_view text) {
   if (std::find(unreachable.begin(), unreachable.end(), number) != unreachable.end()) return false;
   if (std::none_of(number.begin(), number.end(), isDigit)) return false;
 
-  StorageNumbers numbers;
-  for (const Message& message : messagesIn(Store::sim)) numbers.take(message.storageNumber);
+  StorageNumbers numbers = fileNumbers();
   for (const Message& message : sent_) numbers.take(message.storageNumber);
   const std::int16_t place = numbers.takeFree();
   if (place == 0) return false;
@@ -145,10 +137,17 @@ std::optional<std::vector<Contact>> SimulatedHandset::phoneContacts() {
   return contactsIn(Store::phone);
 }
 
-std::vector<Message> SimulatedHandset::messagesIn(Store store) const {
+StorageNumbers SimulatedHandset::fileNumbers() const {
+  StorageNumbers numbers;
+  for (const StoredMessage& stored : content_.messages)
+    if (stored.store == Store::sim) numbers.take(stored.message.storageNumber);
+  return numbers;
+}
+
+std::vector<Message> SimulatedHandset::messagesIn(Store store, bool (*wanted)(const Message&)) const {
   std::vector<Message> messages;
   for (const StoredMessage& stored : content_.messages)
-    if (stored.store == store) messages.push_back(stored.message);
+    if (stored.store == store && wanted(stored.message)) messages.push_back(stored.message);
   return messages;
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "handset/handset.h"
 #include "handset/simulated/content.h"
 #include "handset/simulated/environment.h"
+#include "handset/simulated/storage_numbers.h"
 
 namespace handset {
 
@@ -28,9 +31,10 @@ class SimulatedHandset : public Handset {
   std::optional<std::vector<Contact>> phoneContacts() override;
 
  private:
-  std::optional<Content> load();
+  std::optional<std::string> readFile();
   void numberSentMessages();
-  std::vector<Message> messagesIn(Store store) const;
+  StorageNumbers fileNumbers() const;  // those that the file's messages in the SIM's store have
+  std::vector<Message> messagesIn(Store store, bool (*wanted)(const Message&)) const;
   std::optional<std::vector<Contact>> contactsIn(Store store);
   void takeTime();
 
