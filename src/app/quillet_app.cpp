@@ -216,7 +216,9 @@ void CQuilletApp::openReader(int slot) {
 void CQuilletApp::reload(store::Folder folder) {
   const store::FolderState& state = store::folderState();
   const std::size_t place = store::position(folder);
-  frame()->statusBar().setMessage(formatText(loadString(IDS_READING), {state.folderPaths[place]}));
+  // The handset may take a while. A store is read before anybody could read that it is.
+  if (store::isOnHandset(folder))
+    frame()->statusBar().setMessage(formatText(loadString(IDS_READING), {state.folderPaths[place]}));
   if (state.windows98Mode)
     frame()->tree().refreshCount(state.folderPaths[place]);
   else
