@@ -1,5 +1,7 @@
-// The least that shows the same window: a frame with a tree of seven items and a list of the same styles with
-// as many rows as the first argument says, of the same texts. What the program's start is measured against.
+// The least that shows the same window: a frame with a toolbar, a status bar, a tree of seven items with
+// images, and a list of the same styles with as many rows as the first argument says, of the same texts. What
+// the program's start is measured against. The program's resources give the toolbar's images; the tree's are
+// blank, since none are read.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -7,18 +9,54 @@
 #include <cstdlib>
 #include <string>
 
+#include "resources/resource_ids.h"
+
 namespace {
 
-HWND child(HWND frame, const wchar_t* className, DWORD style, int x, int width) {
-  return CreateWindowExW(0, className, nullptr, WS_CHILD | WS_VISIBLE | WS_BORDER | WS_CLIPSIBLINGS | style,
-                         x, 0, width, 560, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+constexpr int toolBarHeight = 44;
+constexpr int treeImageExtent = 55;
+constexpr int treeItems = 7;
+
+HWND child(HWND frame, const wchar_t* className, DWORD style, const RECT& place) {
+  return CreateWindowExW(0, className, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, place.left,
+                         place.top, place.right - place.left, place.bottom - place.top, frame, nullptr,
+                         GetModuleHandleW(nullptr), nullptr);
+}
+
+void giveImages(HWND bar, UINT message, UINT bitmapId) {
+  const HBITMAP bitmap = LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(bitmapId));
+  const HIMAGELIST images = ImageList_Create(40, 34, ILC_COLOR24, 5, 0);
+  ImageList_Add(images, bitmap, nullptr);
+  SendMessageW(bar, message, 0, reinterpret_cast<LPARAM>(images));
+}
+
+void createBars(HWND frame) {
+  const HWND bar = child(frame, TOOLBARCLASSNAMEW, TBSTYLE_FLAT | CCS_NODIVIDER | CCS_NORESIZE,
+                         {0, 0, 960, toolBarHeight});
+  SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageW(bar, TB_SETBITMAPSIZE, 0, MAKELPARAM(40, 34));
+  TBBUTTON buttons[5] = {};
+  for (int i = 0; i < 5; ++i) buttons[i] = {i, i + 1, TBSTATE_ENABLED, BTNS_BUTTON, {}, 0, 0};
+  SendMessageW(bar, TB_ADDBUTTONSW, 5, reinterpret_cast<LPARAM>(buttons));
+  giveImages(bar, TB_SETIMAGELIST, IDB_TOOLBAR_NORMAL);
+  giveImages(bar, TB_SETDISABLEDIMAGELIST, IDB_TOOLBAR_DISABLED);
+  giveImages(bar, TB_SETHOTIMAGELIST, IDB_TOOLBAR_HOT);
+
+  const HWND status = child(frame, STATUSCLASSNAMEW, 0, {});
+  const int edges[] = {700, 760, 820, 880};
+  SendMessageW(status, SB_SETPARTS, 4, reinterpret_cast<LPARAM>(edges));
+  SendMessageW(status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(L"Ready"));
 }
 
 void fillTree(HWND tree) {
-  for (int i = 0; i < 7; ++i) {
+  const HIMAGELIST images = ImageList_Create(treeImageExtent, treeImageExtent, ILC_COLOR16, treeItems, 0);
+  ImageList_SetImageCount(images, treeItems);
+  TreeView_SetImageList(tree, images, TVSIL_NORMAL);
+  for (int i = 0; i < treeItems; ++i) {
     TVINSERTSTRUCTW item{};
     item.hInsertAfter = TVI_LAST;
-    item.item.mask = TVIF_TEXT;
+    item.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    item.item.iImage = item.item.iSelectedImage = i;
     item.item.pszText = const_cast<wchar_t*>(L"Folder(1000)");
     TreeView_InsertItem(tree, &item);
   }
@@ -56,7 +94,9 @@ LRESULT CALLBACK frameProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR arguments, int) {
-  InitCommonControls();
+  const INITCOMMONCONTROLSEX controls{sizeof controls,
+                                      ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
+  InitCommonControlsEx(&controls);
   WNDCLASSW frameClass{};
   frameClass.lpfnWndProc = frameProc;
   frameClass.hInstance = instance;
@@ -64,8 +104,11 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR arguments, int) {
   RegisterClassW(&frameClass);
   const HWND frame = CreateWindowExW(0, L"QuilletBare", L"Bare", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 100,
                                      100, 960, 640, nullptr, nullptr, instance, nullptr);
-  fillTree(child(frame, WC_TREEVIEWW, TVS_HASBUTTONS | TVS_HASLINES, 0, 200));
-  const HWND list = child(frame, WC_LISTVIEWW, LVS_REPORT | LVS_SHOWSELALWAYS, 206, 740);
+  createBars(frame);
+  fillTree(
+      child(frame, WC_TREEVIEWW, WS_BORDER | TVS_HASBUTTONS | TVS_HASLINES, {0, toolBarHeight, 200, 580}));
+  const HWND list =
+      child(frame, WC_LISTVIEWW, WS_BORDER | LVS_REPORT | LVS_SHOWSELALWAYS, {206, toolBarHeight, 946, 580});
   ShowWindow(frame, SW_SHOWNORMAL);
   UpdateWindow(frame);
   fillList(list, _wtoi(arguments));
