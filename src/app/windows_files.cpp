@@ -22,7 +22,9 @@ FileStatus statusOf(FileOperation operation, bool succeeded) {
   return {missing ? FileOutcome::missing : FileOutcome::failed, operation, code};
 }
 
-// One ReadFile or WriteFile moves at most this much.
+constexpr DWORD blockSize = DWORD{1} << 17;  // what is read at once
+
+// One WriteFile moves at most this much.
 constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
 constexpr int moveAttempts = 5;
@@ -32,22 +34,20 @@ class WindowsFile : public store::File {
  public:
   explicit WindowsFile(HANDLE handle) : handle_(handle) {}
 
-  FileStatus readAll(std::string& bytes) override {
+  FileStatus readBlocks(const TakeBlock& take) override {
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(handle_.get(), &size) || !seek(0, FILE_BEGIN))
       return statusOf(FileOperation::read, false);
-    bytes.resize(static_cast<std::size_t>(size.QuadPart));
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-      const auto wanted = static_cast<DWORD>(std::min(bytes.size() - filled, largestTransfer));
+    const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
+    auto behind = static_cast<std::size_t>(size.QuadPart);
+    for (;;) {
       DWORD read = 0;
-      if (!ReadFile(handle_.get(), bytes.data() + filled, wanted, &read, nullptr))
+      if (!ReadFile(handle_.get(), block.get(), blockSize, &read, nullptr))
         return statusOf(FileOperation::read, false);
-      if (read == 0) break;  // the file has become shorter meanwhile
-      filled += read;
+      if (read == 0) return statusOf(FileOperation::read, true);
+      behind -= std::min(behind, std::size_t{read});
+      take({block.get(), read}, behind);
     }
-    bytes.resize(filled);
-    return statusOf(FileOperation::read, true);
   }
 
   FileStatus write(std::string_view bytes) override {

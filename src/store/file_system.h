@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,8 +34,18 @@ class File {
   File& operator=(const File&) = delete;
   virtual ~File() = default;
 
-  // All bytes from the start to the end, in place of what `bytes` held.
-  virtual FileStatus readAll(std::string& bytes) = 0;
+  // Hands on all bytes from the start to the end, a block at a time, each with the number of bytes that are
+  // expected behind it. An empty file may have no block at all.
+  using TakeBlock = std::function<void(std::string_view block, std::size_t behind)>;
+  virtual FileStatus readBlocks(const TakeBlock& take) = 0;
+  // The same bytes in one piece, in place of what `bytes` held.
+  FileStatus readAll(std::string& bytes) {
+    bytes.clear();
+    return readBlocks([&bytes](std::string_view block, std::size_t behind) {
+      bytes.reserve(bytes.size() + block.size() + behind);
+      bytes += block;
+    });
+  }
   // Files opened for appending are always written at their end. A write that stores only a part has failed.
   virtual FileStatus write(std::string_view bytes) = 0;
   // Everything written has reached the disk.

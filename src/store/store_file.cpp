@@ -36,15 +36,19 @@ ReadResult StoreFile::read(FolderTable& table) {
 
 WriteResult StoreFile::rewrite(std::span<const SmsRecord> records, std::span<const SmsRecord> further) {
   if (!isRead_) return notRead(path_);
-  std::string former;
-  const FileStatus status = readFile(files_, path_, former);
+  Digest present;
+  FileStatus status = digestFile(files_, path_, present);
   if (status.failed()) return failure(status, path_);
 
-  const bool losing = wouldLose(former);
-  // The room for the former bytes serves the new ones, unless those have to be put aside.
-  std::string text = losing ? std::string() : std::move(former);
-  text.clear();
-  text += headerLine(section_);
+  std::string former;
+  bool losing = false;
+  if (present != known_.bytes || !known_.held) {
+    status = readFile(files_, path_, former);
+    if (status.failed()) return failure(status, path_);
+    losing = wouldLose(former);
+  }
+  std::string text = headerLine(section_);
+  text.reserve(text.size() + roomForGroups(records) + roomForGroups(further));
   bool plain = isAscii(text);
   for (const auto part : {records, further}) plain = appendGroups(text, part) && plain;
   if (!plain) text = fileBytes(std::move(text), codePage_);
@@ -96,6 +100,7 @@ WriteResult StoreFile::realign(const std::string& bytes, const std::string& grou
   FolderTable records;
   readStore(bytes, section_, codePage_, records);
   std::string text = headerLine(section_);
+  text.reserve(text.size() + roomForGroups(records.records()) + group.size());
   appendGroups(text, records.records());
   text += group;
   return replaceWith(fileBytes(std::move(text), codePage_), false, &bytes);

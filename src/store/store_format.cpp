@@ -22,16 +22,8 @@ constexpr std::size_t aroundValues = [] {
 
 constexpr std::size_t longestNumber = std::numeric_limits<std::int32_t>::digits10 + 2;  // with its sign
 
-std::size_t numberLength(std::int32_t number) {
-  std::size_t length = number < 0 ? 2 : 1;
-  const std::int64_t magnitude = std::abs(std::int64_t{number});
-  for (std::int64_t next = 10; next <= magnitude; next *= 10) ++length;
-  return length;
-}
-
-// What a group takes beside its number.
-std::size_t textLength(const SmsRecord& record) {
-  return record.Content.size() + record.Phone.size() + record.Time.size() + aroundValues;
+std::size_t roomForGroup(const SmsRecord& record) {
+  return record.Content.size() + record.Phone.size() + record.Time.size() + longestNumber + aroundValues;
 }
 
 // Most texts have no break and are taken over at once.
@@ -58,7 +50,7 @@ class PlainGroups {
 
   // False when the group needs the care of appendGroup.
   bool append(const SmsRecord& record) {
-    const std::size_t length = textLength(record) + longestNumber;
+    const std::size_t length = roomForGroup(record);
     if (length > block_.size()) return false;
     if (length > block_.size() - used_) handOn();
     char* to = block_.data() + used_;
@@ -125,11 +117,13 @@ void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, 
   appendLine(text, lineStarts[3], std::string_view(digits.data(), digitCount));
 }
 
+std::size_t roomForGroups(std::span<const SmsRecord> records) {
+  std::size_t length = 0;
+  for (const SmsRecord& record : records) length += roomForGroup(record);
+  return length;
+}
+
 bool appendGroups(std::string& text, std::span<const SmsRecord> records) {
-  // Exact, so that a folder that did not grow fits where its former bytes were.
-  std::size_t length = text.size();
-  for (const SmsRecord& record : records) length += textLength(record) + numberLength(record.Index);
-  text.reserve(length);
   PlainGroups groups(text);
   bool plain = true;
   for (const SmsRecord& record : records) {

@@ -30,6 +30,8 @@ enum class IndexLine { number, empty };
 // All texts are UTF-8.
 std::string headerLine(std::string_view section);
 void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, IndexLine index);
+// At least as many bytes as appendGroups adds.
+std::size_t roomForGroups(std::span<const SmsRecord> records);
 // True when the records are plain text throughout, which is the same in every code page.
 bool appendGroups(std::string& text, std::span<const SmsRecord> records);
 

@@ -11,6 +11,16 @@ FileStatus writeFlushClose(File& file, std::string_view bytes) {
   return status.ok() ? closed : status;
 }
 
+template <class Read>
+FileStatus readWith(FileSystem& files, const std::string& path, Read read) {
+  const OpenedFile opened = files.openForReading(path);
+  if (!opened.status.ok()) return opened.status;
+  FileStatus status = read(*opened.file);
+  // Whatever the system calls it: a file that could be opened is not missing.
+  if (status.missing()) status.outcome = FileOutcome::failed;
+  return status;
+}
+
 // Finds the copy that holds these bytes already, left by a program that ended before it had replaced the
 // file; else, with a status that says missing, the first free name.
 FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view lost, std::string& copy) {
@@ -27,11 +37,15 @@ FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view
 
 FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
   bytes.clear();
-  const OpenedFile opened = files.openForReading(path);
-  if (!opened.status.ok()) return opened.status;
-  FileStatus status = opened.file->readAll(bytes);
-  // Whatever the system calls it: a file that could be opened is not missing.
-  if (status.missing()) status.outcome = FileOutcome::failed;
+  return readWith(files, path, [&bytes](File& file) { return file.readAll(bytes); });
+}
+
+FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest) {
+  Digester digester;
+  const FileStatus status = readWith(files, path, [&digester](File& file) {
+    return file.readBlocks([&digester](std::string_view block, std::size_t) { digester.take(block); });
+  });
+  digest = digester.digest();
   return status;
 }
 

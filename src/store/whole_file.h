@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "store/digest.h"
 #include "store/file_system.h"
 #include "store/write_result.h"
 
@@ -11,6 +12,8 @@ namespace store {
 
 // All bytes of the file; none when it is missing.
 FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes);
+// Their digest, which takes no memory.
+FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest);
 
 // Creates or replaces the file in one step: the bytes go to "<path>.new", reach the disk, and take its place.
 // On failure the file is as before and the one beside it is gone.

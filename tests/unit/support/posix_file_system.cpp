@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 namespace support {
 
@@ -24,17 +25,24 @@ FileStatus statusOf(bool succeeded, FileOperation operation) {
   return {missing ? FileOutcome::missing : FileOutcome::failed, operation, static_cast<std::uint32_t>(errno)};
 }
 
+constexpr std::size_t blockSize = std::size_t{1} << 17;
+
 class PosixFile : public store::File {
  public:
   explicit PosixFile(int descriptor) : descriptor_(descriptor) {}
   ~PosixFile() override { close(); }
 
-  FileStatus readAll(std::string& bytes) override {
+  FileStatus readBlocks(const TakeBlock& take) override {
     struct stat info {};
     if (::fstat(descriptor_, &info) != 0) return statusOf(false, FileOperation::read);
-    bytes.resize(static_cast<std::size_t>(info.st_size));
-    const ssize_t count = ::pread(descriptor_, bytes.data(), bytes.size(), 0);
-    return statusOf(count == info.st_size, FileOperation::read);
+    const auto block = std::make_unique_for_overwrite<char[]>(blockSize);
+    for (off_t at = 0;;) {
+      const ssize_t count = ::pread(descriptor_, block.get(), blockSize, at);
+      if (count <= 0) return statusOf(count == 0, FileOperation::read);
+      at += count;
+      take({block.get(), static_cast<std::size_t>(count)},
+           at < info.st_size ? static_cast<std::size_t>(info.st_size - at) : 0);
+    }
   }
   FileStatus write(std::string_view bytes) override {
     const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());

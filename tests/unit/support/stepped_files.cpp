@@ -22,9 +22,9 @@ class SteppedFile : public store::File {
   SteppedFile(SteppedFiles& files, std::unique_ptr<store::File> inner)
       : files_(files), inner_(std::move(inner)) {}
 
-  FileStatus readAll(std::string& bytes) override {
+  FileStatus readBlocks(const TakeBlock& take) override {
     if (const auto code = files_.step()) return failed(FileOperation::read, *code);
-    return inner_->readAll(bytes);
+    return inner_->readBlocks(take);
   }
   FileStatus write(std::string_view bytes) override {
     const auto code = files_.step();
