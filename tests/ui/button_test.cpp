@@ -232,9 +232,6 @@ TEST_F(SkinnedButton, IsPressedLikeAnyOther) {
   const auto mnemonic = [](wchar_t letter) {
     return [letter](HWND) { PostMessageW(GetFocus(), WM_SYSCHAR, letter, 1 << 29); };
   };
-  const auto press = [](UINT id) {
-    return [id](HWND w) { SendDlgItemMessageW(w, static_cast<int>(id), BM_CLICK, 0, 0); };
-  };
   const auto click = [](HWND w) {
     PostMessageW(GetDlgItem(w, IDCANCEL), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(9, 9));
     PostMessageW(GetDlgItem(w, IDCANCEL), WM_LBUTTONUP, 0, MAKELPARAM(9, 9));

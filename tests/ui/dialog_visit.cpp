@@ -9,6 +9,8 @@ namespace {
 
 DialogVisit* activeVisit = nullptr;
 
+}  // namespace
+
 HWND shownDialog() {
   for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));) {
     DWORD process = 0;
@@ -18,8 +20,6 @@ HWND shownDialog() {
   }
   return nullptr;
 }
-
-}  // namespace
 
 DialogVisit::DialogVisit(std::vector<Step> steps)
     : steps_(std::move(steps)),

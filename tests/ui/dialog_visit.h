@@ -32,6 +32,8 @@ class DialogVisit {
   HHOOK hook_;
 };
 
+// The dialog of this program that a person could answer now.
+HWND shownDialog();
 HWND item(HWND dialog, UINT id);
 // Types over what a field holds, as a paste does.
 void enter(HWND dialog, UINT id, const std::string& text);

@@ -58,13 +58,7 @@ class Person {
 
  private:
   static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) {
-    for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(dialog, &process);
-      if (process != GetCurrentProcessId() || !IsWindowVisible(dialog) || !IsWindowEnabled(dialog)) continue;
-      active_->dealWith(dialog);
-      return;
-    }
+    if (const HWND dialog = shownDialog()) active_->dealWith(dialog);
   }
 
   void dealWith(HWND dialog) {
@@ -108,26 +102,9 @@ class FileFaults : public testing::Test {
     ASSERT_TRUE(app_.start());
   }
 
-  void clickHeading() {
-    NMLISTVIEW click{};
-    click.hdr = {app_.list().handle(), 2, LVN_COLUMNCLICK};
-    click.iItem = -1;
-    SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 2, reinterpret_cast<LPARAM>(&click));
-  }
+  RunningApp& app() { return app_; }
   void command(UINT id) { app_.frame()->send(WM_COMMAND, id); }
-  void dragTo(Folder folder) {
-    NMLISTVIEW begin{};
-    begin.hdr = {app_.list().handle(), 2, static_cast<UINT>(LVN_BEGINDRAG)};
-    begin.ptAction = {20, 30};
-    SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 2, reinterpret_cast<LPARAM>(&begin));
-    RECT rect{};
-    TreeView_GetItemRect(app_.tree().handle(), store::folderState().items[store::position(folder)], &rect,
-                         TRUE);
-    POINT at{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-    MapWindowPoints(app_.tree().handle(), app_.list().handle(), &at, 1);
-    app_.list().send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    app_.list().send(WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-  }
+  void dragTo(Folder folder) { app_.dragTo(app_.middleOf(folder)); }
 
  protected:
   // The stores as they are at first, read anew, and the folder shown with two rows selected.
@@ -138,13 +115,11 @@ class FileFaults : public testing::Test {
     command(ID_REFRESH);
     app_.selectFolder(Folder::MOutbox);
     app_.selectFolder(action.shown);
-    selectRows();
+    select({1});
     strcpy(folder_.script().unreachable, action.unreachable);
     folder_.script().sentCount = 0;
   }
-  void selectRows() {
-    for (const int row : {1}) ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
-  }
+  void select(std::initializer_list<int> rows) { app_.selectRows(rows); }
 
   // Every table is in its label, and in the list if it is shown.
   void expectWindowAgrees(const Action& action) {
@@ -197,7 +172,7 @@ class FileFaults : public testing::Test {
 };
 
 const std::vector<Action> actions{
-    {"sort", Folder::PInbox, [](FileFaults& test) { test.clickHeading(); }},
+    {"sort", Folder::PInbox, [](FileFaults& test) { test.app().clickHeading(0); }},
     {"delete", Folder::PInbox, [](FileFaults& test) { test.command(ID_DELETE); }},
     {"delete all", Folder::PInbox, [](FileFaults& test) { test.command(ID_DELETE_ALL); }},
     {"move", Folder::PInbox, [](FileFaults& test) { test.dragTo(Folder::PSent); }},
@@ -263,7 +238,7 @@ TEST_F(FileFaults, AreToldChangeNothingAndCanBeRepeated) {
         expectAgreement(action);
         if (stores() != after) {
           EXPECT_EQ(stores(), before);
-          selectRows();
+          select({1});
           const Person person(action.button, action.text);
           action.run(*this);
           app_.settle();
@@ -290,8 +265,7 @@ TEST_F(FileFaults, ADeletionThatBreaksOffLeavesTheOtherMessagesAndTheirRows) {
     for (std::size_t step = 0; !seen.contains(3); ++step) {
       SCOPED_TRACE((memoryRunsOut ? "no memory: step " : "no disk: step ") + std::to_string(step));
       prepare(deletion);
-      for (const int row : {0, 3})
-        ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
+      select({0, 1, 3});
       files_->watch([=](std::size_t at) -> std::optional<std::uint32_t> {
         if (at != step) return std::nullopt;
         if (memoryRunsOut) throw std::bad_alloc();

@@ -48,16 +48,8 @@ class Filing : public testing::Test {
   }
 
   void select(std::initializer_list<int> rows) {
-    ListView_SetItemState(app_.list().handle(), -1, 0, LVIS_SELECTED);
-    for (const int row : rows) ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
+    app_.selectRows(rows);
     app_.settle();
-  }
-  void clickHeading(int column) {
-    NMLISTVIEW click{};
-    click.hdr = {app_.list().handle(), 2, LVN_COLUMNCLICK};
-    click.iItem = -1;
-    click.iSubItem = column;
-    SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 2, reinterpret_cast<LPARAM>(&click));
   }
   void command(UINT id, UINT answer) {
     const DialogVisit visit({endWith(static_cast<INT_PTR>(answer))});
@@ -65,30 +57,12 @@ class Filing : public testing::Test {
     app_.settle();
   }
 
-  POINT middleOf(store::TreeItem item) {
-    RECT rect{};
-    TreeView_GetItemRect(app_.tree().handle(), item, &rect, TRUE);
-    POINT middle{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-    ClientToScreen(app_.tree().handle(), &middle);
-    return middle;
-  }
-  POINT overFolder(Folder folder) { return middleOf(store::folderState().items[store::position(folder)]); }
-  void beginDrag(int row) {
-    NMLISTVIEW begin{};
-    begin.hdr = {app_.list().handle(), 2, static_cast<UINT>(LVN_BEGINDRAG)};
-    begin.iItem = row;
-    begin.ptAction = {20, 30};
-    SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 2, reinterpret_cast<LPARAM>(&begin));
+  void beginDrag() {
+    app_.beginDrag(0);
     ASSERT_TRUE(list::listState().drag.dragging);
   }
-  void mouse(UINT message, POINT screen) {
-    ScreenToClient(app_.list().handle(), &screen);
-    app_.list().send(message, MK_LBUTTON, MAKELPARAM(screen.x, screen.y));
-  }
   void dragTo(POINT screen) {
-    beginDrag(0);
-    mouse(WM_MOUSEMOVE, screen);
-    mouse(WM_LBUTTONUP, screen);
+    app_.dragTo(screen);
     EXPECT_FALSE(list::listState().drag.dragging);
     EXPECT_EQ(TreeView_GetDropHilight(app_.tree().handle()), nullptr);
   }
@@ -114,7 +88,7 @@ class Filing : public testing::Test {
 };
 
 TEST_F(Filing, SortingAPcFolderStaysInTableAndFile) {
-  clickHeading(0);
+  app_.clickHeading(0);
   EXPECT_EQ(app_.column(0), (Texts{"alpha", "Bravo", "bravo", "delta", "echo"}));
   const std::string sorted = folder_.read("pcInbox.dat");
   EXPECT_EQ(sorted, storeOf("PCINBOX", {{"alpha", "2", "x", 0},
@@ -122,9 +96,9 @@ TEST_F(Filing, SortingAPcFolderStaysInTableAndFile) {
                                         {"bravo", "1", "y", 2},
                                         {"delta", "4", "2026-03-02 11:22:33", 3},
                                         {"echo", "5", "z", 4}}));
-  clickHeading(0);
+  app_.clickHeading(0);
   EXPECT_EQ(folder_.read("pcInbox.dat"), sorted);
-  clickHeading(1);
+  app_.clickHeading(1);
   EXPECT_EQ(app_.column(1), (Texts{"1", "2", "3", "4", "5"}));
   EXPECT_EQ(list::listState().SortKind, "C");
   expectAgreement(Folder::PInbox);
@@ -132,12 +106,12 @@ TEST_F(Filing, SortingAPcFolderStaysInTableAndFile) {
 
 TEST_F(Filing, SortingAHandsetFolderLeavesItsTable) {
   app_.selectFolder(Folder::MInbox);
-  clickHeading(0);
+  app_.clickHeading(0);
   EXPECT_EQ(app_.column(0), (Texts{"in 1", "in 2", "in 3"}));
   EXPECT_EQ(app_.tree().tables()[Folder::MInbox][0].Content, "in 2");
   EXPECT_EQ(app_.list().itemData(0), 1);  // the row stands for its own message
   select({0});
-  dragTo(overFolder(Folder::PDraft));
+  dragTo(app_.middleOf(Folder::PDraft));
   app_.selectFolder(Folder::PDraft);
   EXPECT_EQ(app_.column(0), Texts{"in 1"});
 }
@@ -147,7 +121,7 @@ TEST_F(Filing, SortThatCannotBeWrittenChangesNothing) {
   const HANDLE held = lock("pcInbox.dat");
   {
     const BoxWatcher boxes;
-    clickHeading(0);
+    app_.clickHeading(0);
     ASSERT_EQ(boxes.seen().size(), 1U);
     EXPECT_NE(boxes.seen()[0].find("pcInbox.dat"), std::string::npos) << boxes.seen()[0];
   }
@@ -209,7 +183,7 @@ TEST_F(Filing, DroppedRowsMoveInReverseOrder) {
   folder_.write("pcSent.dat", storeOf("PCSENT", {echo}));
   app_.tree().reload(Folder::PSent);
   select({0, 2, 3});
-  dragTo(overFolder(Folder::PSent));
+  dragTo(app_.middleOf(Folder::PSent));
   EXPECT_EQ(app_.column(0), (Texts{"Bravo", "echo"}));
   EXPECT_EQ(folder_.read("pcInbox.dat"), storeOf("PCINBOX", {bravo, echo}));
   EXPECT_EQ(folder_.read("pcSent.dat"), storeOf("PCSENT", {echo, again, alpha, delta}));
@@ -221,7 +195,7 @@ TEST_F(Filing, DroppedRowsMoveInReverseOrder) {
 TEST_F(Filing, RowsOfTheHandsetAreCopied) {
   app_.selectFolder(Folder::MInbox);
   select({0, 1});
-  dragTo(overFolder(Folder::PDraft));
+  dragTo(app_.middleOf(Folder::PDraft));
   EXPECT_EQ(app_.list().itemCount(), 3);
   EXPECT_EQ(app_.label(Folder::PDraft), "Draft(2)");
   EXPECT_EQ(folder_.read("pcDraft.dat").find("[PCDRAFT] \r\nContent = in 1 "), 0U);
@@ -231,15 +205,16 @@ TEST_F(Filing, DropsThatChangeNothing) {
   const std::string before = folder_.read("pcInbox.dat");
   select({0});
   const store::FolderState& state = store::folderState();
-  for (const POINT at : {overFolder(Folder::PInbox), overFolder(Folder::MInbox), overFolder(Folder::MOutbox),
-                         middleOf(state.mobileGroup), middleOf(state.pcGroup)})
+  for (const POINT at :
+       {app_.middleOf(Folder::PInbox), app_.middleOf(Folder::MInbox), app_.middleOf(Folder::MOutbox),
+        app_.middleOf(state.mobileGroup), app_.middleOf(state.pcGroup)})
     dragTo(at);
   POINT overList{50, 50};
   ClientToScreen(app_.list().handle(), &overList);
   dragTo(overList);
   dragTo({1, 1});  // outside of everything
   select({});
-  dragTo(overFolder(Folder::PSent));
+  dragTo(app_.middleOf(Folder::PSent));
   EXPECT_EQ(folder_.read("pcInbox.dat"), before);
   EXPECT_EQ(folder_.read("pcSent.dat"), "");
   EXPECT_EQ(app_.list().itemCount(), 5);
@@ -247,14 +222,14 @@ TEST_F(Filing, DropsThatChangeNothing) {
 
 TEST_F(Filing, EmptyTreeSpaceTakesTheItemLastHit) {
   select({0});
-  beginDrag(0);
-  mouse(WM_MOUSEMOVE, overFolder(Folder::PDraft));
+  beginDrag();
+  app_.drag(WM_MOUSEMOVE, app_.middleOf(Folder::PDraft));
   EXPECT_EQ(TreeView_GetDropHilight(app_.tree().handle()),
             store::folderState().items[store::position(Folder::PDraft)]);
   POINT below{30, app_.tree().clientRect().bottom - 5};
   ClientToScreen(app_.tree().handle(), &below);
-  mouse(WM_MOUSEMOVE, below);
-  mouse(WM_LBUTTONUP, below);
+  app_.drag(WM_MOUSEMOVE, below);
+  app_.drag(WM_LBUTTONUP, below);
   EXPECT_EQ(app_.label(Folder::PDraft), "Draft(1)");
 }
 
@@ -263,14 +238,14 @@ TEST_F(Filing, LosingTheMouseEndsTheDrag) {
   const auto expectEnded = [this] {
     EXPECT_FALSE(list::listState().drag.dragging);
     EXPECT_NE(GetCapture(), app_.list().handle());
-    mouse(WM_LBUTTONUP, overFolder(Folder::PSent));
+    app_.drag(WM_LBUTTONUP, app_.middleOf(Folder::PSent));
     EXPECT_EQ(app_.list().itemCount(), 5);
   };
-  beginDrag(0);
-  mouse(WM_MOUSEMOVE, overFolder(Folder::PSent));
+  beginDrag();
+  app_.drag(WM_MOUSEMOVE, app_.middleOf(Folder::PSent));
   app_.list().send(WM_KEYDOWN, VK_ESCAPE);
   expectEnded();
-  beginDrag(0);
+  beginDrag();
   SetCapture(app_.frame()->handle());
   expectEnded();
   ReleaseCapture();
@@ -281,11 +256,11 @@ TEST_F(Filing, ChangeOfFolderEndsTheDrag) {
   app_.tree().reload(Folder::PSent);
   const std::string before = folder_.read("pcInbox.dat");
   select({0});
-  beginDrag(0);
+  beginDrag();
   app_.selectFolder(Folder::PSent);
   EXPECT_FALSE(list::listState().drag.dragging);
   select({0});
-  mouse(WM_LBUTTONUP, overFolder(Folder::PDraft));
+  app_.drag(WM_LBUTTONUP, app_.middleOf(Folder::PDraft));
   EXPECT_EQ(app_.label(Folder::PDraft), "Draft(0)");
   EXPECT_EQ(folder_.read("pcInbox.dat"), before);
 }
@@ -298,7 +273,7 @@ TEST_F(Filing, MoveThatFailsLosesNothing) {
   const BoxWatcher boxes;
   // The target cannot be written: nothing leaves the source.
   HANDLE held = lock("pcSent.dat");
-  dragTo(overFolder(Folder::PSent));
+  dragTo(app_.middleOf(Folder::PSent));
   CloseHandle(held);
   EXPECT_EQ(boxes.seen().size(), 1U);
   EXPECT_EQ(app_.list().itemCount(), 5);
@@ -306,7 +281,7 @@ TEST_F(Filing, MoveThatFailsLosesNothing) {
   EXPECT_EQ(folder_.read("pcSent.dat"), storeOf("PCSENT", {echo}));
   // The source cannot: they are taken out of the target again.
   held = lock("pcInbox.dat");
-  dragTo(overFolder(Folder::PSent));
+  dragTo(app_.middleOf(Folder::PSent));
   CloseHandle(held);
   EXPECT_EQ(boxes.seen().size(), 2U);
   EXPECT_EQ(app_.list().itemCount(), 5);

@@ -138,8 +138,7 @@ class LongLife : public testing::Test {
     for (int row = 0; row < count; ++row)
       if (oneIn(3)) rows.push_back(row);
     if (rows.empty() && count > 0) rows.push_back(below(count));
-    ListView_SetItemState(app_.list().handle(), -1, 0, LVIS_SELECTED);
-    for (const int row : rows) ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
+    app_.selectRows(rows);
     return rows;
   }
   // Does it, with these steps in the dialogs and boxes that come up and no others.
@@ -153,12 +152,6 @@ class LongLife : public testing::Test {
   void command(UINT id, Steps steps) {
     visiting(std::move(steps), [=, this] { app_.frame()->send(WM_COMMAND, id); });
   }
-  template <class Header>
-  void notify(const Header& header) {
-    const NMHDR& head = reinterpret_cast<const NMHDR&>(header);
-    SendMessageW(GetParent(head.hwndFrom), WM_NOTIFY, head.idFrom, reinterpret_cast<LPARAM>(&header));
-  }
-  NMHDR from(HWND window, UINT code) { return {window, static_cast<UINT_PTR>(GetDlgCtrlID(window)), code}; }
   HTREEITEM itemOf(int place) {
     const store::FolderState& state = store::folderState();
     if (place == model::mobileGroup) return state.mobileGroup;
@@ -184,7 +177,7 @@ class LongLife : public testing::Test {
   void selectPlace(int place, bool byMouse) {
     done_ << "select " << place << (byMouse ? " by mouse" : "");
     visiting({}, [=, this] {
-      if (byMouse) notify(from(app_.tree().handle(), NM_CLICK));
+      if (byMouse) app_.clickTree();
       TreeView_SelectItem(app_.tree().handle(), itemOf(place));
     });
     folders_.select(place, byMouse);
@@ -193,11 +186,8 @@ class LongLife : public testing::Test {
   void sort() {
     const int column = below(3);
     done_ << "sort by " << column;
-    NMLISTVIEW click{};
-    click.hdr = from(app_.list().handle(), LVN_COLUMNCLICK);
-    click.iItem = -1;
-    click.iSubItem = column;
-    visiting(folders_.rows().empty() ? Steps{} : copiesKept({folders_.selected()}), [&] { notify(click); });
+    visiting(folders_.rows().empty() ? Steps{} : copiesKept({folders_.selected()}),
+             [&] { app_.clickHeading(column); });
     folders_.sort(column);
   }
 
@@ -245,33 +235,22 @@ class LongLife : public testing::Test {
     folders_.remove(all);
   }
 
-  void mouse(UINT message, POINT screen) {
-    ScreenToClient(app_.list().handle(), &screen);
-    app_.list().send(message, MK_LBUTTON, MAKELPARAM(screen.x, screen.y));
-  }
   void drag() {
     const std::vector<int> rows = chooseRows();
     if (rows.empty()) return;
     const int target = below(7);
     const bool escapes = oneIn(8);
     done_ << "drag " << rows.size() << " to " << target << (escapes ? ", escape" : "");
-    NMLISTVIEW begin{};
-    begin.hdr = from(app_.list().handle(), LVN_BEGINDRAG);
-    begin.iItem = rows[0];
-    begin.ptAction = {20, 30};
-    RECT rect{};
-    TreeView_GetItemRect(app_.tree().handle(), itemOf(target), &rect, TRUE);
-    POINT over{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
-    ClientToScreen(app_.tree().handle(), &over);
+    const POINT over = app_.middleOf(itemOf(target));
     Steps steps;
     if (!escapes && model::isPc(target) && target != folders_.selected())
       steps = copiesKept({target, folders_.selected()});
     if (!escapes && !folders_.drop(rows, target)) steps = {answer(stores[target - model::pcInbox])};
     visiting(std::move(steps), [&] {
-      notify(begin);
-      mouse(WM_MOUSEMOVE, over);
+      app_.beginDrag(rows[0]);
+      app_.drag(WM_MOUSEMOVE, over);
       if (escapes) app_.list().send(WM_KEYDOWN, VK_ESCAPE);
-      mouse(WM_LBUTTONUP, over);
+      app_.drag(WM_LBUTTONUP, over);
     });
   }
 
@@ -320,7 +299,7 @@ class LongLife : public testing::Test {
       steps.push_back(shows(at));
     }
     steps.push_back([](HWND reader) { PostMessageW(reader, WM_CLOSE, 0, 0); });
-    visiting(std::move(steps), [this] { notify(from(app_.list().handle(), NM_DBLCLK)); });
+    visiting(std::move(steps), [this] { app_.clickTwice(); });
   }
 
   // Numbers picked from the phonebook instead of typed: a few rows, the last one first, none twice.

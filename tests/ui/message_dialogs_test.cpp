@@ -286,14 +286,12 @@ TEST_F(MessageDialogs, ReaderStepsThroughTheFolder) {
                            expectShown("third", "2026-03-02 11:22:33", true, false), press(IDC_PREVIOUS),
                            press(IDC_PREVIOUS), expectShown("first", "2026-03-02 11:22:33", false, true),
                            [](HWND reader) { PostMessageW(reader, WM_CLOSE, 0, 0); }});
-  NMHDR twice{app_.list().handle(), 0, static_cast<UINT>(NM_DBLCLK)};
-  SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&twice));
+  app_.clickTwice();
 }
 
 TEST_F(MessageDialogs, ReaderNeedsASelection) {
-  NMHDR twice{app_.list().handle(), 0, static_cast<UINT>(NM_DBLCLK)};
   const BoxWatcher boxes;
-  SendMessageW(GetParent(app_.list().handle()), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&twice));
+  app_.clickTwice();
   EXPECT_TRUE(boxes.seen().empty());
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dialog_visit.h"
 #include "framework/text.h"
 #include "store/folder_state.h"
 
@@ -42,6 +43,14 @@ std::string windowText(HWND window) {
   wchar_t text[1024] = L"";
   GetWindowTextW(window, text, 1024);
   return toUtf8(text);
+}
+
+// What a control tells its parent.
+template <class Header>
+void notify(HWND control, UINT code, Header header = {}) {
+  NMHDR& head = reinterpret_cast<NMHDR&>(header);
+  head = {control, static_cast<UINT_PTR>(GetDlgCtrlID(control)), code};
+  SendMessageW(GetParent(control), WM_NOTIFY, head.idFrom, reinterpret_cast<LPARAM>(&header));
 }
 
 }  // namespace
@@ -178,10 +187,58 @@ bool RunningApp::canRun(UINT command) {
 }
 
 void RunningApp::clickFolder(store::Folder folder) {
-  NMHDR click{tree().handle(), static_cast<UINT_PTR>(GetDlgCtrlID(tree().handle())),
-              static_cast<UINT>(NM_CLICK)};
-  SendMessageW(GetParent(tree().handle()), WM_NOTIFY, click.idFrom, reinterpret_cast<LPARAM>(&click));
+  clickTree();
   selectFolder(folder);
+}
+
+void RunningApp::clickTree() const {
+  notify<NMHDR>(tree().handle(), static_cast<UINT>(NM_CLICK));
+}
+
+void RunningApp::clickHeading(int column) const {
+  NMLISTVIEW click{};
+  click.iItem = -1;
+  click.iSubItem = column;
+  notify(list().handle(), LVN_COLUMNCLICK, click);
+}
+
+void RunningApp::clickTwice() const {
+  notify<NMHDR>(list().handle(), static_cast<UINT>(NM_DBLCLK));
+}
+
+void RunningApp::selectRows(std::span<const int> rows) const {
+  ListView_SetItemState(list().handle(), -1, 0, LVIS_SELECTED);
+  for (const int row : rows) ListView_SetItemState(list().handle(), row, LVIS_SELECTED, LVIS_SELECTED);
+}
+
+void RunningApp::beginDrag(int row) const {
+  NMLISTVIEW begin{};
+  begin.iItem = row;
+  begin.ptAction = {20, 30};
+  notify(list().handle(), static_cast<UINT>(LVN_BEGINDRAG), begin);
+}
+
+void RunningApp::drag(UINT message, POINT at) const {
+  ScreenToClient(list().handle(), &at);
+  list().send(message, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+}
+
+void RunningApp::dragTo(POINT at) const {
+  beginDrag(0);
+  drag(WM_MOUSEMOVE, at);
+  drag(WM_LBUTTONUP, at);
+}
+
+POINT RunningApp::middleOf(store::TreeItem item) const {
+  RECT rect{};
+  TreeView_GetItemRect(tree().handle(), item, &rect, TRUE);
+  POINT middle{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+  ClientToScreen(tree().handle(), &middle);
+  return middle;
+}
+
+POINT RunningApp::middleOf(store::Folder folder) const {
+  return middleOf(store::folderState().items[store::position(folder)]);
 }
 
 void RunningApp::selectFolder(store::Folder folder) {
@@ -199,18 +256,13 @@ BoxWatcher::~BoxWatcher() {
 }
 
 void CALLBACK BoxWatcher::onTimer(HWND, UINT, UINT_PTR, DWORD) {
-  HWND box = nullptr;
-  while (activeWatcher && (box = FindWindowExW(nullptr, box, L"#32770", nullptr))) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(box, &process);
-    if (process != GetCurrentProcessId() || !IsWindowVisible(box)) continue;
-    std::string text = windowText(box) + ":";
-    for (HWND part = nullptr; (part = FindWindowExW(box, part, L"Static", nullptr));)
-      if (const std::string words = windowText(part); !words.empty()) text += " " + words;
-    activeWatcher->seen_.push_back(text);
-    EndDialog(box, IDOK);
-    return;
-  }
+  const HWND box = activeWatcher ? shownDialog() : nullptr;
+  if (!box) return;
+  std::string text = windowText(box) + ":";
+  for (HWND part = nullptr; (part = FindWindowExW(box, part, L"Static", nullptr));)
+    if (const std::string words = windowText(part); !words.empty()) text += " " + words;
+  activeWatcher->seen_.push_back(text);
+  EndDialog(box, IDOK);
 }
 
 phonelink::MessageEntry entryOf(const std::string& text, const std::string& phone, const std::string& time,

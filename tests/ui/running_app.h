@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,16 @@ class RunningApp : public app::CQuilletApp {
   // Selects as a click does: the click's notification first, then the selection.
   void clickFolder(store::Folder folder);
   void selectFolder(store::Folder folder);
+  void clickTree() const;
+  void clickHeading(int column) const;
+  void clickTwice() const;                           // on the list
+  void selectRows(std::span<const int> rows) const;  // and no others
+  // Rows dragged by the mouse, which the list has until it is released. Points are of the screen.
+  void beginDrag(int row) const;
+  void drag(UINT message, POINT at) const;
+  void dragTo(POINT at) const;
+  POINT middleOf(store::TreeItem item) const;
+  POINT middleOf(store::Folder folder) const;
 
  private:
   bool started_ = false;
