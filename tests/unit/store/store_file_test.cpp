@@ -11,7 +11,6 @@
 #include "store/text_file.h"
 #include "support/fake_code_pages.h"
 #include "support/memory_file_system.h"
-#include "support/posix_file_system.h"
 
 namespace {
 
@@ -339,32 +338,6 @@ TEST_F(StoreFileTest, TextFilesGrowAtTheirEnd) {
     ASSERT_TRUE(appendText(files, page, name, wide).ok());
     EXPECT_EQ(bytes(name), mark + group(euro, "1"));
   }
-}
-
-TEST(StoreFileOnDiskTest, RoundTripAndFailures) {
-  support::PosixFileSystem files;
-  const support::Latin1Page page;
-  const std::string place = testing::TempDir() + "quillet_store_test.dat";
-  files.remove(place);
-  StoreFile file(files, page, place, "PCSENT");
-  FolderTable table;
-  ASSERT_TRUE(file.read(table).ok());
-  ASSERT_TRUE(file.append(message("a"), LineBreaks::sent).ok());
-  ASSERT_TRUE(file.append(message(euro), LineBreaks::sent).ok());
-  ASSERT_TRUE(file.append(message("c"), LineBreaks::sent).ok());
-  ASSERT_TRUE(file.read(table).whole);
-  EXPECT_EQ(contents(table), (Strings{"a", euro, "c"}));
-  table.erase(1);
-  ASSERT_TRUE(file.rewrite(table.records()).ok());
-  ASSERT_TRUE(file.read(table).ok());
-  EXPECT_EQ(contents(table), (Strings{"a", "c"}));
-  EXPECT_TRUE(files.exists(place + ".new").missing());
-  EXPECT_TRUE(files.remove(place).ok());
-
-  // A folder in the store's place is there but cannot be read.
-  StoreFile unreadable(files, page, testing::TempDir(), "PCSENT");
-  EXPECT_TRUE(unreadable.read(table).status.failed());
-  EXPECT_EQ(unreadable.rewrite({}).outcome, WriteResult::Outcome::notRead);
 }
 
 }  // namespace
