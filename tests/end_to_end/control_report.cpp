@@ -62,7 +62,7 @@ std::string treeItems(HWND tree) {
                                   {"image", json::number(item.iImage)},
                                   {"rect", askedRectangle(tree, TVM_GETITEMRECT, TRUE, input, memory)}}));
   });
-  return json::lines(items);
+  return json::list(items);
 }
 
 const wchar_t* alignmentName(int format) {
@@ -100,7 +100,7 @@ std::string listColumns(HWND list) {
                                     {"alignment", json::text(alignmentName(column.fmt))},
                                     {"rect", askedRectangle(header, HDM_GETITEMRECT, i, {}, memory)}}));
   }
-  return json::lines(columns);
+  return json::list(columns);
 }
 
 std::string listRows(HWND list) {
@@ -132,7 +132,7 @@ std::string listRows(HWND list) {
          {"rect", inView ? askedRectangle(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), input, memory)
                          : "null"}}));
   }
-  return json::lines(rows);
+  return json::list(rows);
 }
 
 std::string toolbarButtons(HWND toolbar) {
@@ -146,7 +146,7 @@ std::string toolbarButtons(HWND toolbar) {
                                     {"image", json::number(button.iBitmap)},
                                     {"rect", askedRectangle(toolbar, TB_GETITEMRECT, i, {}, memory)}}));
   }
-  return json::lines(buttons);
+  return json::list(buttons);
 }
 
 std::string statusParts(HWND bar) {

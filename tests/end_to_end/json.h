@@ -62,11 +62,4 @@ inline std::string list(const std::vector<std::string>& values) {
   return "[" + joined + "]";
 }
 
-// The same with one value on each line, for a person's eye.
-inline std::string lines(const std::vector<std::string>& values) {
-  std::string joined;
-  for (const std::string& value : values) joined += (joined.empty() ? "\n  " : ",\n  ") + value;
-  return "[" + joined + "]";
-}
-
 }  // namespace json

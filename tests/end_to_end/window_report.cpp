@@ -106,7 +106,7 @@ std::string windowReport(HWND window) {
                        {"minimized", json::flag(IsIconic(window))},
                        {"rect", json::rectangle(frame)},
                        {"client", json::rectangle(onScreen(window, client))},
-                       {"controls", json::lines(controls)}});
+                       {"controls", json::list(controls)}});
 }
 
 std::string report() {
@@ -116,7 +116,7 @@ std::string report() {
   for (const HWND dialog : windows.dialogs) dialogs.push_back(windowReport(dialog));
   for (const HWND tooltip : windows.tooltips) tooltips.push_back(json::text(textOf(tooltip)));
   return json::object({{"main", windows.main ? windowReport(windows.main) : "null"},
-                       {"dialogs", json::lines(dialogs)},
+                       {"dialogs", json::list(dialogs)},
                        {"tooltips", json::list(tooltips)}});
 }
 

@@ -3,22 +3,34 @@
 //   at_tool decode HEX…                        one message, of all its parts: kind, number, time, text
 //   at_tool encode NUMBER TEXT REFERENCE       its parts: [[hex, octets], …], or null when it cannot be sent
 //   at_tool messages TERMINAL                  what a handset holds: [received, outgoing, phone]
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "handset/at/at_handset.h"
+#include "handset/at/byte_stream.h"
 #include "handset/at/pdu.h"
 #include "handset/at/submit.h"
-#include "posix_line.h"
 
 namespace {
 
 using handset::Message;
 using handset::at::AtHandset;
+using handset::at::ByteStream;
+using handset::at::OpenedPort;
+using handset::at::PortProblem;
 
 std::string quoted(std::string_view text) {
   std::string result = "\"";
@@ -77,9 +89,67 @@ std::string encode(const std::string& number, const std::string& text, const std
   return list(texts);
 }
 
+// A terminal device, raw.
+class Terminal : public ByteStream {
+ public:
+  explicit Terminal(int file) : file_{file} {}
+  ~Terminal() override { ::close(file_); }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+
+  bool write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = ::write(file_, bytes.data(), bytes.size());
+      if (written < 0 && errno == EINTR) continue;
+      if (written <= 0) return false;
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+  }
+
+  Arrival read(std::string& bytes, int milliseconds) override {
+    pollfd waiting{file_, POLLIN, 0};
+    const int ready = ::poll(&waiting, 1, milliseconds);
+    if (ready == 0 || (ready < 0 && errno == EINTR)) return Arrival::nothing;
+    char block[4096];
+    const ssize_t got = ready < 0 ? -1 : ::read(file_, block, sizeof block);
+    if (got <= 0) return Arrival::gone;
+    bytes.append(block, static_cast<std::size_t>(got));
+    return Arrival::bytes;
+  }
+
+  void discardInput() override { ::tcflush(file_, TCIFLUSH); }
+
+ private:
+  int file_;
+};
+
+OpenedPort openTerminal(const std::string& path) {
+  const int file = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  if (file < 0) return {PortProblem::failed, nullptr};
+  auto terminal = std::make_unique<Terminal>(file);
+  termios settings{};
+  if (::tcgetattr(file, &settings) != 0) return {PortProblem::failed, nullptr};
+  ::cfmakeraw(&settings);
+  if (::tcsetattr(file, TCSANOW, &settings) != 0) return {PortProblem::failed, nullptr};
+  terminal->discardInput();
+  return {PortProblem::none, std::move(terminal)};
+}
+
+class PosixClock : public handset::at::Clock {
+ public:
+  std::int64_t milliseconds() override {
+    using namespace std::chrono;
+    return duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
+  }
+  void sleep(int milliseconds) override {
+    std::this_thread::sleep_for(std::chrono::milliseconds{milliseconds});
+  }
+};
+
 std::string messages(const std::string& terminal) {
-  modem_test::PosixClock clock;
-  AtHandset phone{[&terminal](int, int) { return modem_test::openTerminal(terminal); }, clock};
+  PosixClock clock;
+  AtHandset phone{[&terminal](int, int) { return openTerminal(terminal); }, clock};
   if (!phone.open(1, 115200) || !phone.init()) return "null";
   const auto received = phone.simReceived();
   const auto outgoing = phone.simOutgoing();
