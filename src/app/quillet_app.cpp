@@ -243,10 +243,8 @@ void CQuilletApp::reportUnread(const store::StoreFile& file, const store::ReadRe
     notes_ += formatText(loadString(IDS_PARTLY_READ), {name}) + " ";
     return;
   }
-  const std::string text =
-      formatText(loadString(IDS_CANNOT_READ), {file.path(), files_->describe(result.status.code)});
-  MessageBoxW(frame()->handle(), toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
-              MB_OK | MB_ICONWARNING);
+  showMessage(formatText(loadString(IDS_CANNOT_READ), {file.path(), files_->describe(result.status.code)}),
+              MB_ICONWARNING);
 }
 
 void CQuilletApp::showSummary() {
@@ -261,9 +259,10 @@ void CQuilletApp::showSummary() {
 }
 
 // The box has no owner; without MB_TASKMODAL the window would take commands behind it.
-int CQuilletApp::showMessage(const std::string& text) const {
+// It holds back every window, a dialog before the frame too, where Send would send once more.
+int CQuilletApp::showMessage(const std::string& text, UINT icon) const {
   return MessageBoxW(nullptr, toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
-                     MB_OK | MB_TASKMODAL);
+                     MB_OK | MB_TASKMODAL | icon);
 }
 
 void CQuilletApp::onAbout() {

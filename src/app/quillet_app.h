@@ -64,7 +64,7 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
 
   void reportUnread(const store::StoreFile& file, const store::ReadResult& result);
   void showSummary();
-  int showMessage(const std::string& text) const;
+  int showMessage(const std::string& text, UINT icon = 0) const;
 
   std::string moduleDirectory_;
   std::unique_ptr<store::FileSystem> files_;

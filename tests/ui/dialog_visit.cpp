@@ -12,13 +12,16 @@ DialogVisit* activeVisit = nullptr;
 }  // namespace
 
 HWND shownDialog() {
+  HWND shown = nullptr;
   for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr));) {
     DWORD process = 0;
     GetWindowThreadProcessId(dialog, &process);
     // One that has opened another is disabled, even before the other is seen.
-    if (process == GetCurrentProcessId() && IsWindowVisible(dialog) && IsWindowEnabled(dialog)) return dialog;
+    if (process != GetCurrentProcessId() || !IsWindowVisible(dialog) || !IsWindowEnabled(dialog)) continue;
+    EXPECT_EQ(shown, nullptr) << "two dialogs at once can be answered";
+    shown = dialog;
   }
-  return nullptr;
+  return shown;
 }
 
 DialogVisit::DialogVisit(std::vector<Step> steps)
