@@ -18,6 +18,9 @@ namespace {
 
 using framework::loadString;
 
+// Milliseconds. Showing how far it is takes as long as deleting a message.
+constexpr ULONGLONG progressPause = 50;
+
 bool consents(HWND owner, bool all) {
   skin::DeleteConfirmDialog question;
   question.deleteAll = all ? 1 : 0;
@@ -105,8 +108,12 @@ void CQuilletView::onDelete() {
   const framework::CWaitCursor wait;
   const int firstRow = nextSelected(-1);
   std::vector<std::size_t> deleted;
+  ULONGLONG shownAt = 0;
   try {
     deleted = removeMessages(*records_, *folder, slots, [&](std::size_t gone) {
+      const ULONGLONG now = GetTickCount64();
+      if (now - shownAt < progressPause) return;
+      shownAt = now;
       showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
     });
   } catch (...) {
