@@ -2,35 +2,27 @@
 //
 //   at_tool decode HEX…                        one message, of all its parts: kind, number, time, text
 //   at_tool encode NUMBER TEXT REFERENCE       its parts: [[hex, octets], …], or null when it cannot be sent
-//   at_tool messages TERMINAL                  what a handset holds: [received, outgoing, phone]
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <chrono>
+//   at_tool list TERMINAL                      what a handset holds: opened, ready, received, outgoing,
+//                                              phone, sim_contacts, phone_contacts, problem
+//   at_tool messages TERMINAL                  the messages alone: [received, outgoing, phone]
+//   at_tool send TERMINAL NUMBER TEXT          sent, problem
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include "handset/at/at_handset.h"
-#include "handset/at/byte_stream.h"
 #include "handset/at/pdu.h"
 #include "handset/at/submit.h"
+#include "posix_line.h"
 
 namespace {
 
+using handset::Contact;
 using handset::Message;
 using handset::at::AtHandset;
-using handset::at::ByteStream;
-using handset::at::OpenedPort;
-using handset::at::PortProblem;
 
 std::string quoted(std::string_view text) {
   std::string result = "\"";
@@ -54,15 +46,24 @@ std::string list(const std::vector<std::string>& items) {
   return "[" + result + "]";
 }
 
+std::string flag(bool value) {
+  return value ? "true" : "false";
+}
+
 std::string json(const Message& m) {
   return list({std::to_string(m.status), std::to_string(m.storageNumber), quoted(m.number), quoted(m.time),
                quoted(m.text)});
 }
 
-std::string json(const std::optional<std::vector<Message>>& messages) {
-  if (!messages) return "null";
+std::string json(const Contact& c) {
+  return list({quoted(c.name), quoted(c.number)});
+}
+
+template <typename Item>
+std::string json(const std::optional<std::vector<Item>>& items) {
+  if (!items) return "null";
   std::vector<std::string> texts;
-  for (const Message& message : *messages) texts.push_back(json(message));
+  for (const Item& item : *items) texts.push_back(json(item));
   return list(texts);
 }
 
@@ -89,71 +90,39 @@ std::string encode(const std::string& number, const std::string& text, const std
   return list(texts);
 }
 
-// A terminal device, raw.
-class Terminal : public ByteStream {
- public:
-  explicit Terminal(int file) : file_{file} {}
-  ~Terminal() override { ::close(file_); }
-  Terminal(const Terminal&) = delete;
-  Terminal& operator=(const Terminal&) = delete;
-
-  bool write(std::string_view bytes) override {
-    while (!bytes.empty()) {
-      const ssize_t written = ::write(file_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) return false;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
+std::string listEverything(AtHandset& phone, bool opened, bool ready) {
+  std::string result = "{\"opened\": " + flag(opened) + ", \"ready\": " + flag(ready);
+  if (ready) {
+    result += ", \"received\": " + json(phone.simReceived());
+    result += ", \"outgoing\": " + json(phone.simOutgoing());
+    result += ", \"phone\": " + json(phone.phoneMessages());
+    const bool phonebook = phone.initPhonebook();
+    result += ", \"sim_contacts\": " + (phonebook ? json(phone.simContacts()) : "null");
+    result += ", \"phone_contacts\": " + (phonebook ? json(phone.phoneContacts()) : "null");
   }
-
-  Arrival read(std::string& bytes, int milliseconds) override {
-    pollfd waiting{file_, POLLIN, 0};
-    const int ready = ::poll(&waiting, 1, milliseconds);
-    if (ready == 0 || (ready < 0 && errno == EINTR)) return Arrival::nothing;
-    char block[4096];
-    const ssize_t got = ready < 0 ? -1 : ::read(file_, block, sizeof block);
-    if (got <= 0) return Arrival::gone;
-    bytes.append(block, static_cast<std::size_t>(got));
-    return Arrival::bytes;
-  }
-
-  void discardInput() override { ::tcflush(file_, TCIFLUSH); }
-
- private:
-  int file_;
-};
-
-OpenedPort openTerminal(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-  if (file < 0) return {PortProblem::failed, nullptr};
-  auto terminal = std::make_unique<Terminal>(file);
-  termios settings{};
-  if (::tcgetattr(file, &settings) != 0) return {PortProblem::failed, nullptr};
-  ::cfmakeraw(&settings);
-  if (::tcsetattr(file, TCSANOW, &settings) != 0) return {PortProblem::failed, nullptr};
-  terminal->discardInput();
-  return {PortProblem::none, std::move(terminal)};
+  return result + ", \"problem\": " + quoted(phone.lastProblem()) + "}";
 }
 
-class PosixClock : public handset::at::Clock {
- public:
-  std::int64_t milliseconds() override {
-    using namespace std::chrono;
-    return duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
+std::string talk(const std::string& command, const std::vector<std::string>& rest) {
+  modem_test::PosixClock clock;
+  AtHandset phone{[&rest](int, int) { return modem_test::openTerminal(rest[0]); }, clock};
+  const bool opened = phone.open(1, 115200);
+  const bool ready = opened && phone.init();
+  std::string result;
+  if (command == "list") {
+    result = listEverything(phone, opened, ready);
+  } else if (command == "messages") {
+    using Messages = std::optional<std::vector<Message>>;
+    const Messages received = ready ? phone.simReceived() : std::nullopt;
+    const Messages outgoing = ready ? phone.simOutgoing() : std::nullopt;
+    const Messages stored = ready ? phone.phoneMessages() : std::nullopt;
+    result = list({json(received), json(outgoing), json(stored)});
+  } else {
+    const bool sent = ready && phone.send(rest[1], rest[2]);
+    result = "{\"sent\": " + flag(sent) + ", \"problem\": " + quoted(phone.lastProblem()) + "}";
   }
-  void sleep(int milliseconds) override {
-    std::this_thread::sleep_for(std::chrono::milliseconds{milliseconds});
-  }
-};
-
-std::string messages(const std::string& terminal) {
-  PosixClock clock;
-  AtHandset phone{[&terminal](int, int) { return openTerminal(terminal); }, clock};
-  if (!phone.open(1, 115200) || !phone.init()) return "null";
-  const auto received = phone.simReceived();
-  const auto outgoing = phone.simOutgoing();
-  return list({json(received), json(outgoing), json(phone.phoneMessages())});
+  phone.close();
+  return result;
 }
 
 std::optional<std::string> run(const std::vector<std::string>& words) {
@@ -161,7 +130,8 @@ std::optional<std::string> run(const std::vector<std::string>& words) {
   const std::vector<std::string> rest(words.begin() + 1, words.end());
   if (words[0] == "decode") return decode(rest);
   if (words[0] == "encode" && rest.size() == 3) return encode(rest[0], rest[1], rest[2]);
-  if (words[0] == "messages" && rest.size() == 1) return messages(rest[0]);
+  if ((words[0] == "list" || words[0] == "messages") && rest.size() == 1) return talk(words[0], rest);
+  if (words[0] == "send" && rest.size() == 3) return talk(words[0], rest);
   return std::nullopt;
 }
 
@@ -170,7 +140,7 @@ std::optional<std::string> run(const std::vector<std::string>& words) {
 int main(int count, char** arguments) {
   const std::optional<std::string> result = run({arguments + 1, arguments + count});
   if (!result) {
-    std::fputs("at_tool decode | encode | messages: see its source\n", stderr);
+    std::fputs("at_tool decode | encode | list | messages | send: see its source\n", stderr);
     return 64;
   }
   return std::puts(result->c_str()) < 0 ? 3 : 0;

@@ -3,7 +3,8 @@
 import re
 
 import state as states
-from problem import CME_INDEX, CME_NOT_ALLOWED, CME_NOT_SUPPORTED, NOT_ALLOWED, NOT_IN_TEXT_MODE, Problem
+from problem import (CME_INDEX, CME_NOT_ALLOWED, CME_NOT_SUPPORTED, CME_PASSWORD, INVALID_INDEX, NOT_ALLOWED,
+                     NOT_IN_TEXT_MODE, SIM_BUSY, Problem)
 
 STATUS_ALL = 4  # of +CMGL
 
@@ -51,6 +52,11 @@ def set_format(modem, text_mode):
     return []
 
 
+@command(r"\+CMGF=\?")
+def formats(modem):
+    return ["+CMGF: (0,1)"]
+
+
 @command(r"\+(CGM[IMR]|CGSN|CIMI|GM[IMR])")
 def identity(modem, which):
     if which.upper() == "CIMI":
@@ -68,12 +74,14 @@ def offers(modem, name):
     return [f"+{name}: {known[name]}"]
 
 
-CHARSETS = ("GSM", "IRA", "UCS2")
+def charsets(modem):
+    return modem.quirks.value("charsets", "GSM/IRA/UCS2").split("/")
 
 
 @command(r"\+CSCS=\?")
 def offered_charsets(modem):
-    return ["+CSCS: (" + ",".join(modem.quoted(name) for name in CHARSETS) + ")"]
+    listed = ",".join(modem.quoted(name) for name in charsets(modem))
+    return [f"+CSCS: {modem.quirks.value('cscs-test', f'({listed})')}"]
 
 
 @command(r"\+CSCS\?")
@@ -84,7 +92,7 @@ def current_charset(modem):
 @command(r"\+CSCS=(.+)")
 def set_charset(modem, text):
     wanted = modem.parameters(text)[0]
-    if wanted not in CHARSETS:
+    if wanted not in charsets(modem):
         raise Problem(CME_NOT_ALLOWED, "CME")
     modem.charset = wanted
     return []
@@ -95,6 +103,14 @@ def pin_state(modem):
     return [f"+CPIN: {'SIM PIN' if modem.state.pin else 'READY'}"]
 
 
+@command(r"\+CPIN=(.+)")
+def enter_pin(modem, text):
+    if modem.parameters(text)[0] != modem.state.pin:
+        raise Problem(CME_PASSWORD, "CME")
+    modem.state.pin = ""
+    return []
+
+
 @command(r"\+CSCA\?")
 def centre(modem):
     modem.need_pin("CMS")
@@ -102,6 +118,13 @@ def centre(modem):
 
 
 # Messages
+
+def _ready(modem):
+    modem.need_pin("CMS")
+    if modem.starting:
+        modem.starting -= 1
+        raise Problem(SIM_BUSY)
+
 
 def _messages(modem):
     return modem.state.messages[modem.stores[0]]
@@ -113,19 +136,26 @@ def _counts(modem):
 
 @command(r"\+CPMS=\?")
 def offered_stores(modem):
-    modem.need_pin("CMS")
+    _ready(modem)
     group = "(" + ",".join(modem.quoted(store) for store in modem.state.messages) + ")"
-    return ["+CPMS: " + ",".join([group] * 3)]
+    return [f"+CPMS: {modem.quirks.value('cpms-test', ','.join([group] * 3))}"]
+
+
+@command(r"\+CPMS\?")
+def current_stores(modem):
+    _ready(modem)
+    return ["+CPMS: " + ",".join(f"{modem.quoted(store)},{count}" for store, count in
+                                 zip(modem.stores, _counts(modem)))]
 
 
 @command(r"\+CPMS=(.+)")
 def set_stores(modem, text):
-    modem.need_pin("CMS")
+    _ready(modem)
     wanted = modem.parameters(text)
     if not set(wanted) <= modem.state.messages.keys():
         raise Problem(NOT_ALLOWED)
     modem.stores[:len(wanted)] = wanted
-    return ["+CPMS: " + ",".join(_counts(modem))]
+    return [] if "cpms-set-silent" in modem.quirks else ["+CPMS: " + ",".join(_counts(modem))]
 
 
 def _no_text_mode(modem):
@@ -139,27 +169,56 @@ def _tpdu_length(octets):
 
 @command(r"\+CMGL=?(\d?)")
 def list_messages(modem, wanted):
-    modem.need_pin("CMS")
+    _ready(modem)
     _no_text_mode(modem)
-    wanted, lines = int(wanted or "0"), []
+    wanted, quirks, lines = int(wanted or "0"), modem.quirks, []
     for index, entry in sorted(_messages(modem).items()):
         status, octets = entry
         if wanted not in (STATUS_ALL, status):
             continue
-        lines += [f"+CMGL: {index},{status},,{_tpdu_length(octets)}", octets]
+        header = {"short": f"{status},{_tpdu_length(octets)}",
+                  "no-alpha": f"{index},{status},{_tpdu_length(octets)}"}.get(
+                      quirks.value("cmgl-header"), f"{index},{status},,{_tpdu_length(octets)}")
+        if "bad-pdu" in quirks and not lines:
+            octets = "00FF99"
+        if "odd-hex" in quirks and not lines:
+            octets = octets[:-1]
+        lines += [f"+CMGL: {header}", f'"{octets}"' if "quoted-pdu" in quirks else octets]
         if status == states.RECEIVED_UNREAD:
             entry[0] = states.RECEIVED_READ
-    if "glued-cmgl" in modem.quirks:
+    if "glued-cmgl" in quirks:
         lines = lines[:1] + [a + b for a, b in zip(lines[1:-1:2], lines[2::2])] + lines[-1:]
-    return lines
+    return [b"\x0f\x81~#"] + lines if "garbage-first" in quirks else lines
+
+
+@command(r"\+CMGR=(\d+)")
+def read_message(modem, index):
+    _ready(modem)
+    _no_text_mode(modem)
+    entry = _messages(modem).get(int(index))
+    if entry is None:
+        raise Problem(INVALID_INDEX)
+    status = entry[0]
+    if status == states.RECEIVED_UNREAD:
+        entry[0] = states.RECEIVED_READ
+    return [f"+CMGR: {status},,{_tpdu_length(entry[1])}", entry[1]]
+
+
+@command(r"\+CMGD=(\d+)(?:,0)?")
+def delete_message(modem, index):
+    _ready(modem)
+    if _messages(modem).pop(int(index), None) is None:
+        raise Problem(INVALID_INDEX)
+    return []
 
 
 @command(r"\+CMGS=(\d+)")
 def send_message(modem, length):
     modem.need_pin("CMS")
     _no_text_mode(modem)
-    modem.awaited = int(length)
-    modem.send(b"\r\n> ")
+    if "no-prompt" not in modem.quirks:
+        modem.awaited = int(length)
+        modem.send(b"\r\n>" if "bare-prompt" in modem.quirks else b"\r\n> ")
 
 
 # Phonebooks
@@ -199,9 +258,16 @@ def read_book(modem, first, last):
     first, last = int(first), int(last or first)
     if not 1 <= first <= last <= modem.state.phonebook_sizes[modem.book]:
         raise Problem(CME_INDEX, "CME")
-    lines = []
+    lines, quirks = [], modem.quirks
     for index, (number, name) in sorted(modem.state.contacts[modem.book].items()):
-        if first <= index <= last:
-            kind = 145 if number.startswith("+") else 129
-            lines.append(f"+CPBR: {index},{modem.quoted(number)},{kind},".encode() + modem.name(name))
+        if not first <= index <= last:
+            continue
+        if "cpbr-broken-number" in quirks and not lines:
+            number = number[:4] + "\r\n" + number[4:]
+        written = modem.name(name)
+        if "cpbr-hex-nul" in quirks:
+            written = name.encode("utf-16-be").hex().upper().encode() + b"0000"
+        kind = 145 if number.startswith("+") else 129
+        line = f"+CPBR: {index + ('cpbr-other-index' in quirks)},{modem.quoted(number)},{kind},".encode() + written
+        lines.append(line + (b',0,"","",0' if "cpbr-extra" in quirks else b""))
     return lines

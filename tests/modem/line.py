@@ -1,26 +1,45 @@
-"""Puts a simulated modem on a pseudo terminal."""
+"""Puts a simulated modem on a pseudo terminal.
 
+line.py [--state FILE.json] [--quirk NAME[=VALUE]]… [--link PATH] [--log FILE] [--quirks]
+
+Prints the path to open, then serves until it is ended. With --link the same path stands for every pseudo terminal
+that it opens; --log keeps the bytes of both directions; --quirks lists the names of the quirks.
+"""
+
+import argparse
 import collections
 import contextlib
 import errno
 import os
+import pathlib
 import select
+import signal
+import sys
 import threading
 import time
 import tty
 
+import state
+from modem import Modem
+from quirks import QUIRKS
+
 
 class Line:
-    """A modem at the far end of a pseudo terminal, served by a thread of its own. `link` leads to it."""
+    """A modem at the far end of a pseudo terminal, served by a thread of its own."""
 
-    def __init__(self, modem, link):
-        self.modem, self.link = modem, link
+    def __init__(self, modem, link=None, log=None):
+        self.modem, self.link = modem, link and pathlib.Path(link)
+        self.log = log and open(log, "a", buffering=1, encoding="utf-8")
         self.bytes = collections.Counter()  # by direction, "in" and "out" as the modem sees them
         self.master = self.slave = self.thread = None
         self.heard_at = None  # when the first bytes since it was plugged in came, by the monotonic clock
         self.out = bytearray()
         modem.send, modem.vanish = self._send, self._close
         self.wake_out, self.wake_in = os.pipe()
+
+    @property
+    def path(self):
+        return str(self.link) if self.link else os.ttyname(self.slave)
 
     def plug(self):
         """Opens a pseudo terminal; the modem has just been switched on."""
@@ -31,10 +50,11 @@ class Line:
         # Held open here too: without it the terminal would hang up whenever a program closes its end.
         tty.setraw(self.slave)
         os.set_blocking(self.master, False)
-        # In one step, so that nobody sees a moment without it.
-        fresh = self.link.with_name(self.link.name + ".new")
-        fresh.symlink_to(os.ttyname(self.slave))
-        fresh.replace(self.link)
+        if self.link:
+            # In one step, so that nobody sees a moment without it.
+            fresh = self.link.with_name(self.link.name + ".new")
+            fresh.symlink_to(os.ttyname(self.slave))
+            fresh.replace(self.link)
         self.thread = threading.Thread(target=self._serve, daemon=True)
         self.thread.start()
         return self
@@ -46,14 +66,20 @@ class Line:
         os.read(self.wake_out, 1)
         self._close()
 
+    def note(self, direction, data):
+        self.bytes[direction] += len(data)
+        if self.log:
+            self.log.write(f"{direction:3} {data!r}\n")
+
     def _send(self, data):
-        self.bytes["out"] += len(data)
+        self.note("out", data)
         self.out += data
 
     def _close(self):
         if self.master is None:
             return
-        self.link.unlink(missing_ok=True)
+        if self.link:
+            self.link.unlink(missing_ok=True)
         with contextlib.suppress(OSError):
             os.write(self.master, bytes(self.out[:1024]))
         os.close(self.master)
@@ -78,7 +104,7 @@ class Line:
                 raise
             return
         self.heard_at = self.heard_at or time.monotonic()
-        self.bytes["in"] += len(data)
+        self.note("in", data)
         self.modem.take(data)
 
     def __enter__(self):
@@ -88,3 +114,27 @@ class Line:
         self.unplug()
         os.close(self.wake_out)
         os.close(self.wake_in)
+        if self.log:
+            self.log.close()
+
+
+def main():
+    parser = argparse.ArgumentParser(description="A simulated modem on a pseudo terminal.")
+    parser.add_argument("--state", help="JSON file with its messages, phonebooks and PIN")
+    parser.add_argument("--quirk", action="append", default=[], metavar="NAME[=VALUE]")
+    parser.add_argument("--link", help="a symbolic link that leads to the pseudo terminal")
+    parser.add_argument("--log", help="file for the bytes of both directions")
+    parser.add_argument("--quirks", action="store_true", help="lists the quirks and ends")
+    options = parser.parse_args()
+    if options.quirks:
+        print("\n".join(f"{name:20} {what}" for name, what in QUIRKS.items()))
+        return
+    modem = Modem(state.load(options.state) if options.state else None, options.quirk)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(0))
+    with Line(modem, options.link, options.log) as line, contextlib.suppress(KeyboardInterrupt):
+        print(line.path, flush=True)
+        signal.pause()
+
+
+if __name__ == "__main__":
+    main()

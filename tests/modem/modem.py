@@ -22,6 +22,7 @@ class Modem:
         self.vanish = lambda: None
         self.commands = []  # as they came
         self.sent = []  # PDUs that were given to the network
+        self.starting = int(self.quirks.value("starting", "0"))
         self.power_up()
 
     def power_up(self):
@@ -71,7 +72,7 @@ class Modem:
         self.line, self.awaited = bytearray(), None
         if byte == ESCAPE:
             self._final("OK")
-        else:
+        elif "send-silent" not in self.quirks:
             self._answer(lambda: self._submit(octets, length))
 
     # Answers out
@@ -80,11 +81,18 @@ class Modem:
         try:
             lines = work()
         except Problem as problem:
-            self._final(str(problem) if self.verbose_errors else "ERROR")
+            self._final(self._error(problem))
             return
         if lines is not None:
             self._lines(lines)
             self._final("OK")
+
+    def _error(self, problem):
+        if "errors-as" in self.quirks:
+            return self.quirks.value("errors-as")
+        if not self.verbose_errors:
+            return "ERROR"
+        return str(problem)
 
     def _final(self, text):
         self.send(self._nuls() + f"\r\n{text}\r\n".encode("latin-1"))
@@ -106,6 +114,9 @@ class Modem:
             self.vanish()
         elif data:
             self.send(self._nuls() + b"\r\n" + b"\r\n".join(data) + b"\r\n")
+
+    def unsolicited(self, text):
+        self.send(f"\r\n{text}\r\n".encode("latin-1"))
 
     # Strings
 
@@ -153,8 +164,8 @@ class Modem:
 
     def _submit(self, octets, length):
         try:
-            pdu.decode(octets)
-            fits = len(octets) // 2 - 1 - int(octets[:2], 16) == length
+            sms = pdu.decode(octets)
+            fits = sms.kind == "submit" and len(octets) // 2 - 1 - int(octets[:2], 16) == length
         except ValueError:
             fits = False
         if not fits:
@@ -163,4 +174,4 @@ class Modem:
             raise Problem(int(self.quirks.value("send-error")))
         self.sent.append(octets)
         self.reference = (self.reference + 1) % 256
-        return [f"+CMGS: {self.reference}"]
+        return [] if "send-unsure" in self.quirks else [f"+CMGS: {self.reference}"]

@@ -21,7 +21,7 @@ class Sms:
     body: bytes  # octets for coding 8 and 16; one septet to a byte for coding 7
     time: str = ""  # yyMMddhhmmss and two digits of zone, as digits on the air
     centre: str = ""
-    reference: int = None  # of the long message, up to 255; and which part of how many
+    reference: int = None  # of the long message, and which part of how many
     total: int = 1
     part: int = 1
 
@@ -48,6 +48,10 @@ def swapped(digits):
     return bytes.fromhex("".join(digits[i + 1] + digits[i] for i in range(0, len(digits), 2)))
 
 
+def unswapped(octets):
+    return "".join(f"{o & 15:X}{o >> 4:X}" for o in octets)
+
+
 _DIALS = "0123456789*#ABC"
 
 
@@ -62,8 +66,11 @@ def _address(number):
 
 
 def _read_address(octets, halves):
-    digits = "".join(f"{octet & 15:X}{octet >> 4:X}" for octet in octets[1:])[:halves]
-    return ("+" if octets[0] & 0x70 == 0x10 else "") + "".join(_DIALS[int(digit, 16)] for digit in digits)
+    kind, rest = octets[0], octets[1:]
+    if kind & 0x70 == 0x50:
+        return alphabet.text(alphabet.unpack(rest, halves * 4 // 7))
+    digits = "".join(_DIALS[int(d, 16)] for d in unswapped(rest)[:halves] if d != "F")
+    return ("+" if kind & 0x70 == 0x10 else "") + digits
 
 
 def _centre(number):
@@ -85,7 +92,8 @@ def _user_data(coding, body, header):
 def encode(sms):
     header = b""
     if sms.total > 1:
-        header = bytes([0, 3, sms.reference, sms.total, sms.part])
+        header = (bytes([0, 3, sms.reference, sms.total, sms.part]) if sms.reference < 256 else
+                  bytes([8, 4, sms.reference >> 8, sms.reference & 255, sms.total, sms.part]))
     address, halves = _address(sms.number)
     first = {"deliver": 0x04, "submit": 0x01}[sms.kind] | (0x40 if header else 0)
     octets = bytes([first]) + (b"\0" if sms.kind == "submit" else b"") + bytes([halves]) + address
@@ -98,9 +106,10 @@ def encode(sms):
 def parts(kind, number, text, reference=1, **fields):
     """The PDUs of a text of any length, in the alphabet that it needs."""
     if alphabet.holds(text):
-        coding, body, room, part_room = SEPTETS, bytes(alphabet.septets(text)), 160, 153
+        coding, body, room, part_room = SEPTETS, bytes(alphabet.septets(text)), 160, 153 - (reference > 255)
     else:
-        coding, body, room, part_room = UCS2, text.encode("utf-16-be"), 140, 134
+        coding, body = UCS2, text.encode("utf-16-be")
+        room, part_room = 140, 134 - 2 * (reference > 255)
     size = room if len(body) <= room else part_room
     pieces = [body[i:i + size] for i in range(0, len(body), size)] or [b""]
     return [encode(Sms(kind, number, coding, piece, reference=reference, total=len(pieces), part=i + 1, **fields))
@@ -131,19 +140,25 @@ class _Octets:
 
 
 def decode(pdu):
-    """The message in a PDU that was handed over for sending; ValueError when it is none."""
+    """The message in a PDU; ValueError when it is none."""
     octets = _Octets(bytes.fromhex(pdu))
-    octets.take(octets.one())  # the service centre
+    centre = octets.take(octets.one())
     first = octets.one()
-    if first & 3 != 1:
-        raise ValueError(f"not for sending: {first:02X}")
-    octets.one()  # the modem's own reference
+    if first & 3 > 1:
+        raise ValueError(f"neither deliver nor submit: {first:02X}")
+    kind = "submit" if first & 1 else "deliver"
+    if kind == "submit":
+        octets.one()
     halves = octets.one()
     number = _read_address(octets.take(1 + (halves + 1) // 2), halves)
-    octets.one()  # the protocol
-    coding = _coding(octets.one())
-    octets.take({0: 0, 0x10: 1}.get(first & 0x18, 7))  # how long it is valid
-    sms = Sms("submit", number, coding, b"")
+    octets.one()
+    coding, time = _coding(octets.one()), ""
+    if kind == "deliver":
+        time = unswapped(octets.take(7))
+    else:
+        octets.take({0: 0, 0x10: 1}.get(first & 0x18, 7))
+    sms = Sms(kind, number, coding, b"", time,
+              _read_address(centre, len(centre) * 2 - 2) if centre else "")
     length = octets.one()
     data = octets.take((length * 7 + 7) // 8 if coding == SEPTETS else length)
     if octets.data:

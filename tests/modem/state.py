@@ -1,6 +1,7 @@
-"""What a simulated modem holds: messages and phonebooks of the card ("SM") and of the phone ("ME")."""
+"""What a simulated modem holds: messages and phonebooks of the card ("SM") and of the phone ("ME"), as JSON."""
 
 import dataclasses
+import json
 
 import pdu
 
@@ -23,8 +24,12 @@ class State:
     serial: str = "490154203237518"
     centre: str = "+316540881000"
 
-    def put(self, store, status, octets):
-        self.messages[store][len(self.messages[store]) + 1] = [status, octets]
+    def put(self, store, status, octets, index=None):
+        """Stores one PDU; its index."""
+        taken = self.messages[store]
+        index = index or min(set(range(1, len(taken) + 2)) - taken.keys())
+        taken[index] = [status, octets]
+        return index
 
     def receive(self, store, number, text, time, status=RECEIVED_READ, reference=1):
         for octets in pdu.parts("deliver", number, text, reference, time=time, centre=self.centre):
@@ -35,4 +40,20 @@ class State:
             self.put(store, status, octets)
 
     def know(self, store, name, number):
-        self.contacts[store][len(self.contacts[store]) + 1] = [number, name]
+        taken = self.contacts[store]
+        taken[min(set(range(1, len(taken) + 2)) - taken.keys())] = [number, name]
+
+
+def load(path):
+    with open(path, encoding="utf-8") as file:
+        fields = json.load(file)
+    for name in ("messages", "contacts"):
+        if name in fields:
+            fields[name] = {store: {int(index): entry for index, entry in entries.items()}
+                            for store, entries in fields[name].items()}
+    return State(**fields)
+
+
+def save(state, path):
+    with open(path, "w", encoding="utf-8") as file:
+        json.dump(dataclasses.asdict(state), file, ensure_ascii=False, indent=1)

@@ -1,29 +1,14 @@
 """Another AT client as a judge: it must understand our modem, and what our own side writes."""
 
-import json
-import pathlib
 import re
 import subprocess
 import tempfile
-import unittest
 
 import pdu
 import state as states
-from line import Line
-from modem import Modem
+from support import TEXTS, ModemTest, at_tool
 
-AT_TOOL = pathlib.Path(__file__).resolve().parents[2] / "out/native/tests/modem/at_tool"
 NUMBER = "+31641600986"
-
-# Texts of several alphabets; the long ones take several parts, and one of them has a character of two units
-# just where the first part ends.
-TEXTS = ("Grüße, 5 € [an] {dich} ~ ^ \\ |", "Привет, мир", "안녕하세요", "שלום", "fine 🎉", "x" * 158 + "€€" + "y" * 50,
-         "ж" * 66 + "🎉" + "ж" * 40)
-
-
-def at_tool(*words):
-    """Our own coding of messages, as it is built for this machine; its answer."""
-    return json.loads(subprocess.run([str(AT_TOOL), *words], capture_output=True, check=True, timeout=60).stdout)
 
 
 def texts_in(listing):
@@ -32,15 +17,10 @@ def texts_in(listing):
     return [re.sub(r"\n+(?:\d+ SMS parts in [\s\S]*)?\Z", "", block.split("\n\n", 1)[1]) for block in blocks]
 
 
-class Gammu(unittest.TestCase):
-    def plug_in(self, state):
-        """The line to a modem with these messages; gone when the test ends."""
-        folder = self.enterContext(tempfile.TemporaryDirectory())
-        return self.enterContext(Line(Modem(state), pathlib.Path(folder) / "modem"))
-
+class Gammu(ModemTest):
     def gammu(self, line, *words):
         with tempfile.NamedTemporaryFile("w", suffix=".rc") as settings:
-            settings.write(f"[gammu]\ndevice={line.link}\nconnection=at115200\nsynchronizetime=no\nuse_locking=no\n")
+            settings.write(f"[gammu]\ndevice={line.path}\nconnection=at115200\nsynchronizetime=no\nuse_locking=no\n")
             settings.flush()
             done = subprocess.run(["gammu", "-c", settings.name, *words], capture_output=True, timeout=60,
                                   stdin=subprocess.DEVNULL)
