@@ -64,8 +64,8 @@ int fitFirstColumn(int wanted, int total, int bar, int firstMinimum, int secondM
 }
 
 void CSplitterWnd::recalcLayout() {
-  if (!pane(0) || !pane(1)) return;
   const RECT client = clientRect();
+  if (!pane(0) || !pane(1) || IsRectEmpty(&client)) return;
   const int first = fitFirstColumn(panes_[0].idealWidth, static_cast<int>(client.right), barWidth,
                                    panes_[0].minimumWidth, panes_[1].minimumWidth);
   const int second = first + barWidth;

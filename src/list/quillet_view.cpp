@@ -58,10 +58,10 @@ void CQuilletView::onInitialUpdate() {
   ListView_SetBkColor(handle(), ground);
   ListView_SetTextBkColor(handle(), ground);
   ListView_SetTextColor(handle(), ink);
-  insertColumn(contentColumn, framework::loadString(IDS_CONTENT), LVCFMT_LEFT, 0, contentColumn);
-  insertColumn(phoneColumn, framework::loadString(IDS_SENDER), LVCFMT_LEFT, 0, phoneColumn);
-  insertColumn(timeColumn, framework::loadString(IDS_TIME), LVCFMT_RIGHT, 0, timeColumn);
-  layOutColumns(static_cast<int>(clientRect().right));
+  const auto [content, phone, time] = columnWidths(static_cast<int>(clientRect().right));
+  insertColumn(contentColumn, framework::loadString(IDS_CONTENT), LVCFMT_LEFT, content, contentColumn);
+  insertColumn(phoneColumn, framework::loadString(IDS_SENDER), LVCFMT_LEFT, phone, phoneColumn);
+  insertColumn(timeColumn, framework::loadString(IDS_TIME), LVCFMT_RIGHT, time, timeColumn);
 }
 
 void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {

@@ -194,10 +194,13 @@ LRESULT CLeftView::onSelectionChanging(NMTREEVIEWW& change) {
     return 0;
   }
   if (clickSelect_) setColumnsFor(item);
+  const auto folder = store::selectedFolder(state);
+  // Nothing is shown and nothing is to be, as while the program starts.
+  if (list_.itemCount() == 0 && !(folder && !tables_[*folder].empty())) return 0;
   const framework::CWaitCursor wait;
   const framework::CRedrawLock lock(list_);
   list_.deleteAllItems();
-  if (const auto folder = store::selectedFolder(state)) showInList(*folder);
+  if (folder) showInList(*folder);
   return 0;
 }
 
