@@ -1,10 +1,13 @@
-// The least that shows the same window: a frame with a toolbar, a status bar, a tree of seven items with
-// images, and a list of the same styles with as many rows as the first argument says, of the same texts. What
-// the program's start is measured against. The program's resources give the toolbar's images; the tree's are
-// blank, since none are read.
+// bare_window ROWS FOLDER: the least that shows the same window, which the program's start is measured
+// against: a frame with a toolbar, a status bar, a tree of seven items with their images from that folder,
+// and a list of the same styles with so many rows of the same texts.
 #include <windows.h>
 
 #include <commctrl.h>
+
+#include <objidl.h>
+
+#include <gdiplus.h>
 
 #include <cstdlib>
 #include <string>
@@ -15,7 +18,8 @@ namespace {
 
 constexpr int toolBarHeight = 44;
 constexpr int treeImageExtent = 55;
-constexpr int treeItems = 7;
+constexpr const wchar_t* treeImages[] = {L"mobile", L"minbox", L"moutbox", L"pc",
+                                         L"pinbox", L"psent",  L"pdraft"};
 
 HWND child(HWND frame, const wchar_t* className, DWORD style, const RECT& place) {
   return CreateWindowExW(0, className, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, place.left,
@@ -48,11 +52,17 @@ void createBars(HWND frame) {
   SendMessageW(status, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(L"Ready"));
 }
 
-void fillTree(HWND tree) {
-  const HIMAGELIST images = ImageList_Create(treeImageExtent, treeImageExtent, ILC_COLOR16, treeItems, 0);
-  ImageList_SetImageCount(images, treeItems);
+void fillTree(HWND tree, const std::wstring& folder) {
+  ULONG_PTR token = 0;
+  const Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&token, &input, nullptr);
+  const HIMAGELIST images = ImageList_Create(treeImageExtent, treeImageExtent, ILC_COLOR16, 7, 0);
   TreeView_SetImageList(tree, images, TVSIL_NORMAL);
-  for (int i = 0; i < treeItems; ++i) {
+  for (const wchar_t* name : treeImages) {
+    HBITMAP bitmap = nullptr;
+    Gdiplus::Bitmap((folder + L"/" + name + L".png").c_str())
+        .GetHBITMAP(Gdiplus::Color(255, 255, 255), &bitmap);
+    const int i = ImageList_Add(images, bitmap, nullptr);
     TVINSERTSTRUCTW item{};
     item.hInsertAfter = TVI_LAST;
     item.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;
@@ -93,7 +103,9 @@ LRESULT CALLBACK frameProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR arguments, int) {
+int wmain(int count, wchar_t** arguments) {
+  if (count != 3) return 2;
+  const HINSTANCE instance = GetModuleHandleW(nullptr);
   const INITCOMMONCONTROLSEX controls{sizeof controls,
                                       ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
   InitCommonControlsEx(&controls);
@@ -106,12 +118,13 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR arguments, int) {
                                      100, 960, 640, nullptr, nullptr, instance, nullptr);
   createBars(frame);
   fillTree(
-      child(frame, WC_TREEVIEWW, WS_BORDER | TVS_HASBUTTONS | TVS_HASLINES, {0, toolBarHeight, 200, 580}));
+      child(frame, WC_TREEVIEWW, WS_BORDER | TVS_HASBUTTONS | TVS_HASLINES, {0, toolBarHeight, 200, 580}),
+      arguments[2]);
   const HWND list =
       child(frame, WC_LISTVIEWW, WS_BORDER | LVS_REPORT | LVS_SHOWSELALWAYS, {206, toolBarHeight, 946, 580});
   ShowWindow(frame, SW_SHOWNORMAL);
   UpdateWindow(frame);
-  fillList(list, _wtoi(arguments));
+  fillList(list, _wtoi(arguments[1]));
   MSG message;
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
     TranslateMessage(&message);

@@ -1,6 +1,6 @@
-// start_time ROUNDS ROWS PROGRAM REFERENCE: starts both programs by turns again and again, so that whatever
-// else the machine does meets both alike. The reference is given ROWS as its argument. Prints, for each of
-// the two, the fewest milliseconds from the start to the list holding ROWS rows with the program ready for
+// start_time ROUNDS ROWS PROGRAM REFERENCE FOLDER: starts both programs by turns again and again, so that
+// whatever else the machine does meets both alike. The reference is given ROWS and FOLDER. Prints, for each
+// of the two, the fewest milliseconds from the start to the list holding ROWS rows with the program ready for
 // input, and the median of the private memory it has then (KB).
 #include <windows.h>
 
@@ -85,10 +85,11 @@ void print(const Figures& figures) {
 }  // namespace
 
 int wmain(int count, wchar_t** arguments) {
-  if (count != 5) return 2;
+  if (count != 6) return 2;
   const DWORD_PTR rows = static_cast<DWORD_PTR>(_wtoi(arguments[2]));
   const std::wstring program = L"\"" + std::wstring(arguments[3]) + L"\"";
-  const std::wstring reference = L"\"" + std::wstring(arguments[4]) + L"\" " + arguments[2];
+  const std::wstring reference =
+      L"\"" + std::wstring(arguments[4]) + L"\" " + arguments[2] + L" \"" + arguments[5] + L"\"";
   Figures ofProgram, ofReference;
   for (int round = _wtoi(arguments[1]); round > 0; --round)
     if (!measure(program, rows, ofProgram) || !measure(reference, rows, ofReference)) return 1;
