@@ -4,7 +4,7 @@ import contextlib
 import signal
 import subprocess
 
-from harness import CONNECT, HANDSET, NEW, REFRESH, SILENT, QuilletTest, click, key, wait_until
+from harness import CONNECT, HANDSET, NEW, REFRESH, SILENT, QuilletTest, click, focus_of, key, wait_until
 
 
 def files(folder):
@@ -54,8 +54,8 @@ class SecondStart(QuilletTest):
 
     def dialog_in_front(self, title):
         return self.first.wait_for(lambda now: now.dialogs and now.dialogs[0]["title"] == title
-                                   and now.dialogs[0]["foreground"] and not now.main["minimized"],
-                                   f"{title} in front").dialogs[0]
+                                   and now.dialogs[0]["foreground"] and focus_of(now.dialogs[0])
+                                   and not now.main["minimized"], f"{title} in front, with the keyboard").dialogs[0]
 
     def test_shows_the_first_window(self):
         other = self.put_behind()
