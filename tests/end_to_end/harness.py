@@ -216,7 +216,8 @@ class Program:
         try:
             wait_until(ask, what, timeout)
         except AssertionError as problem:
-            raise AssertionError(f"{problem}\nlast seen: {json.dumps(vars(last[0]), ensure_ascii=False)}") from None
+            seen = json.dumps([vars(sight) for sight in last], ensure_ascii=False)
+            raise AssertionError(f"{problem}\nlast seen: {seen}") from None
         return last[0]
 
     def wait_for_dialog(self, title, condition=lambda dialog: True, what="open", timeout=10):
