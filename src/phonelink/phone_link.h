@@ -39,7 +39,6 @@ class PhoneLink {
   void unbind();
   bool isBound() const { return bound_; }
   bool wideTexts() const { return wideTexts_; }
-  const EntryPoints& entryPoints() const { return points_; }
 
   // zelOpenSIM, then zelInitSMS if that succeeded.
   bool open(int port);

@@ -15,7 +15,6 @@ class PhoneLinkLibrary {
   void load(const std::string& programFolder, PhoneLink& link);
   // Closes the handset, forgets the entry points and unloads; nothing when no library is loaded.
   void unload(PhoneLink& link);
-  bool isLoaded() const { return module_ != nullptr; }
 
  private:
   framework::UniqueModule module_;
