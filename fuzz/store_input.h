@@ -1,8 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -1,6 +1,5 @@
 #include "handset/at/channel.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "handset/at/fields.h"

@@ -1,6 +1,5 @@
 #include "handset/at/opening.h"
 
-#include <algorithm>
 #include <optional>
 
 #include "handset/at/fields.h"

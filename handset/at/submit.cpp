@@ -1,7 +1,6 @@
 #include "handset/at/submit.h"
 
 #include <algorithm>
-#include <span>
 
 #include "handset/at/alphabet.h"
 #include "handset/at/hex.h"

@@ -1,8 +1,7 @@
 #include "app/windows_files.h"
 
 #include <algorithm>
-#include <limits>
-#include <utility>
+#include <memory>
 
 #include "framework/handles.h"
 #include "framework/module.h"

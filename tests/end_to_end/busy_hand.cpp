@@ -17,7 +17,6 @@
 #include <cstring>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "foreign_window.h"
 #include "resources/resource_ids.h"

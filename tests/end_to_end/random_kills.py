@@ -210,7 +210,7 @@ def main():
     try:
         while kills.seen["kills"] < count:
             kills.run(min(50, count - kills.seen["kills"]))
-            print(", ".join(f"{what}: {times}" for what, times in kills.seen.items() if what), flush=True)
+            print(", ".join(f"{what}: {times}" for what, times in kills.seen.items() if times), flush=True)
     finally:
         kills.hand.end()
     print("Nothing was lost.")

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <ctime>
 
 #include "list/sort_keys.h"

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
 
 #include "phonelink/entry_layouts.h"
 #include "phonelink/handset_folders.h"
