@@ -48,11 +48,17 @@ std::vector<std::size_t> CQuilletView::selectedSlots() const {
 LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
   if (itemCount() == 0) return 0;
   const framework::CWaitCursor wait;
-  {
-    const framework::CRedrawLock lock(*this);
-    ListSorter(*this, click.iSubItem, kindOfColumn(click.iSubItem)).sort();
+  try {
+    {
+      const framework::CRedrawLock lock(*this);
+      ListSorter(*this, click.iSubItem, kindOfColumn(click.iSubItem)).sort();
+    }
+    keepOrder();
+  } catch (...) {
+    // The next deletion numbers the rows: left in an order of their own they would stand for other messages.
+    if (const auto folder = selectedPcFolder(); folder && records_) showAnew(*folder);
+    throw;
   }
-  keepOrder();
   return 0;
 }
 

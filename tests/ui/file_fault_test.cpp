@@ -5,6 +5,7 @@
 #include <iostream>
 #include <map>
 #include <set>
+#include <span>
 
 #include "app/windows_code_page.h"
 #include "dialog_visit.h"
@@ -285,6 +286,28 @@ TEST_F(FileFaults, ADeletionThatBreaksOffLeavesTheOtherMessagesAndTheirRows) {
       seen.insert(static_cast<std::size_t>(stage - stages));
     }
     EXPECT_EQ(seen.size(), std::size(stages));
+  }
+}
+
+TEST_F(FileFaults, LeaveRowsAndMessagesInOneOrderWhenMemoryRunsOut) {
+  for (const Action& action : std::span(actions).first(5)) {
+    bool ranOut = true;
+    for (std::size_t step = 0; ranOut; ++step) {
+      SCOPED_TRACE(action.name + (": step " + std::to_string(step)));
+      prepare(action);
+      ranOut = false;
+      files_->watch([&](std::size_t at) -> std::optional<std::uint32_t> {
+        if (at != step) return std::nullopt;
+        ranOut = true;
+        throw std::bad_alloc();
+      });
+      const Person person(action.button, action.text);
+      action.run(*this);
+      app_.settle();
+      files_->watch({});
+      EXPECT_EQ(person.boxes().empty(), !ranOut);
+      expectAgreement(action);
+    }
   }
 }
 
