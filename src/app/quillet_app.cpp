@@ -51,10 +51,7 @@ bool CQuilletApp::initInstance() {
   library_.load(moduleDirectory_, link_);
   readPort();
   if (!connect()) return false;
-  if (!createFrame()) {
-    showMessage(loadString(IDS_NO_WINDOW));
-    return false;
-  }
+  if (!createFrame()) return false;
   frame()->setText(loadString(IDS_TITLE));
   detectPlatform();
   firstLoad();

@@ -67,37 +67,6 @@ TEST(StartUp, EndsWithItsMessageWhenTheHandsetCannotBeOpened) {
   }
 }
 
-// While it lives, no frame can be created.
-class NoFrames {
- public:
-  NoFrames() : hook_(SetWindowsHookExW(WH_CBT, veto, nullptr, GetCurrentThreadId())) {}
-  ~NoFrames() { UnhookWindowsHookEx(hook_); }
-  NoFrames(const NoFrames&) = delete;
-  NoFrames& operator=(const NoFrames&) = delete;
-
- private:
-  static LRESULT CALLBACK veto(int code, WPARAM wParam, LPARAM lParam) {
-    wchar_t name[32] = L"";
-    if (code == HCBT_CREATEWND) GetClassNameW(reinterpret_cast<HWND>(wParam), name, 32);
-    return std::wstring(name) == L"QuilletFrame" ? 1 : CallNextHookEx(nullptr, code, wParam, lParam);
-  }
-
-  HHOOK hook_;
-};
-
-TEST(StartUp, SaysThatThereIsNoWindowAndClosesTheHandset) {
-  ProgramFolder folder;
-  const ScriptedLink& script = folder.script();
-  const BoxWatcher boxes;
-  RunningApp app(folder);
-  {
-    const NoFrames veto;
-    EXPECT_EQ(app.run(), 1);
-  }
-  EXPECT_EQ(boxes.seen(), Boxes{"Quillet: The window could not be created."});
-  EXPECT_TRUE(std::string(script.log).ends_with("zelCloseSIM "));
-}
-
 TEST(StartUp, GoesOnWithoutALibrary) {
   ProgramFolder folder(ProgramFolder::Link::none);
   const BoxWatcher boxes;
