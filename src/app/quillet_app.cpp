@@ -1,5 +1,6 @@
 #include "app/quillet_app.h"
 
+#include <new>
 #include <utility>
 
 #include "app/about_dialog.h"
@@ -178,11 +179,23 @@ bool CQuilletApp::reconnectForSending() {
 store::WriteResult CQuilletApp::file(store::Folder folder, const store::SmsRecord& message,
                                      store::LineBreaks breaks) {
   const store::WriteResult result = frame()->tree().file(folder, message, breaks);
-  if (result.ok()) reportWrite(result, IDS_CANNOT_WRITE);
+  try {
+    if (result.ok()) reportWrite(result, IDS_CANNOT_WRITE);
+  } catch (const std::bad_alloc&) {
+    framework::reportOutOfMemory();  // filed is filed
+  }
   return result;
 }
 
 void CQuilletApp::reloadFiled() {
+  try {
+    readFiledAgain();
+  } catch (const std::bad_alloc&) {
+    framework::reportOutOfMemory();  // what has been filed must not be filed again for that
+  }
+}
+
+void CQuilletApp::readFiledAgain() {
   notes_.clear();
   const auto selected = selectedFolder();
   for (const store::Folder folder : {store::Folder::PSent, store::Folder::PDraft}) {

@@ -57,6 +57,7 @@ class CQuilletApp : public framework::CWinApp, private phonelink::RefreshTarget 
   bool reconnectForSending();
   store::WriteResult file(store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks);
   void reloadFiled();
+  void readFiledAgain();
   // What was put aside and, with the text for it, why nothing was written; nothing when all went plainly.
   void reportWrite(const store::WriteResult& result, UINT failure);
   std::string describe(const store::WriteResult& result, UINT failure) const;

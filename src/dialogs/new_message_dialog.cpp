@@ -1,6 +1,7 @@
 #include "dialogs/new_message_dialog.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "dialogs/address_book_dialog.h"
@@ -91,8 +92,12 @@ void NewMessageDialog::onContentChanged() {
 OutgoingSteps NewMessageDialog::steps() const {
   const auto progress = [this](UINT pattern, std::size_t index, std::size_t total,
                                const std::string& number) {
-    services_.showStatus(
-        formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
+    try {
+      services_.showStatus(
+          formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
+    } catch (const std::bad_alloc&) {
+      // Nobody misses it who still gets the message sent.
+    }
   };
   OutgoingSteps steps;
   steps.send = [this](const std::string& number, const std::string& text) {
@@ -142,9 +147,14 @@ void NewMessageDialog::finishSending(const store::WriteResult& problem, bool any
     showMessage(services_.describe(problem));
     return;
   }
-  showMessage(formatText(
-      loadString(IDS_SENT_COUNT),
-      {std::to_string(result_.sent), std::to_string(result_.total), loadString(IDS_MESSAGES_SENT)}));
+  try {
+    showMessage(formatText(
+        loadString(IDS_SENT_COUNT),
+        {std::to_string(result_.sent), std::to_string(result_.total), loadString(IDS_MESSAGES_SENT)}));
+  } catch (const std::bad_alloc&) {
+    endDialog(IDOK);  // a dialog that stays could send again
+    throw;
+  }
   endDialog(IDOK);
 }
 

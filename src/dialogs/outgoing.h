@@ -26,11 +26,12 @@ constexpr store::LineBreaks lineBreaksFor(store::Folder folder) {
 }
 
 struct OutgoingSteps {
-  // False when the handset did not take the message.
+  // False when the handset did not take the message. An exception comes before it could have.
   std::function<bool(const std::string& number, const std::string& text)> send;
+  // After an exception the message has not been filed.
   std::function<store::WriteResult(store::Folder folder, const store::SmsRecord& message)> file;
   std::function<std::string()> now;  // the time text of a message filed now
-  // Before each number (number `index` of `total`, from 0) and after it.
+  // Before each number (number `index` of `total`, from 0) and after it; must not throw.
   std::function<void(std::size_t index, std::size_t total, const std::string& number)> sending;
   std::function<void(std::size_t index, std::size_t total, const std::string& number, bool sent)> done;
 };
@@ -44,7 +45,8 @@ struct OutgoingResult {
 };
 
 // Sends the text to every number in order. A number without a digit is skipped. What was sent is filed in
-// PSent, what could not be sent in PDraft.
+// PSent, what could not be sent in PDraft. An exception comes before the first is sent; lack of memory behind
+// that counts as a failure of the step.
 OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text,
                          const OutgoingSteps& steps);
 

@@ -22,7 +22,7 @@ int CWinApp::run() {
   try {
     if (initInstance()) exitCode_ = pump();
   } catch (const std::bad_alloc&) {
-    MessageBoxW(nullptr, L"There is not enough memory.", L"Quillet", MB_OK | MB_ICONERROR | MB_TASKMODAL);
+    reportOutOfMemory();
   }
   return exitInstance();
 }

@@ -6,7 +6,6 @@
 #include "framework/text.h"
 
 namespace framework {
-namespace {
 
 // What escapes a handler is lack of memory, so this asks for none.
 void reportOutOfMemory() {
@@ -16,8 +15,6 @@ void reportOutOfMemory() {
   MessageBoxW(nullptr, L"There is not enough memory.", L"Quillet", MB_OK | MB_ICONERROR | MB_TASKMODAL);
   shown = false;
 }
-
-}  // namespace
 
 CWnd::~CWnd() {
   destroy();
@@ -171,8 +168,8 @@ CRedrawLock::CRedrawLock(const CWnd& window)
   if (shown_) DefWindowProcW(window_, WM_SETREDRAW, FALSE, 0);
 }
 
-// A control that may draw again sets its scroll bars, which makes its client area another size, which may need
-// other scroll bars: until that is settled the window is taken for invisible.
+// A control that may draw again sets its scroll bars, which makes its client area another size, which may
+// need other scroll bars: until that is settled the window is taken for invisible.
 CRedrawLock::~CRedrawLock() {
   SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
   if (shown_) DefWindowProcW(window_, WM_SETREDRAW, TRUE, 0);

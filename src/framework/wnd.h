@@ -64,6 +64,9 @@ class CWnd : public CCmdTarget {
   Current current_{};
 };
 
+// Tells the person that there is not enough memory, and takes none for that.
+void reportOutOfMemory();
+
 // The text of any window, in UTF-8, and as the window holds it.
 std::string windowText(HWND window);
 std::wstring windowWideText(HWND window);

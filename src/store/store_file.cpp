@@ -71,10 +71,11 @@ WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
     FolderTable unused;
     shape = readStore(bytes, section_, codePage_, unused);
   }
-  return appendTo(*opened.file, std::move(bytes), shape, group);
+  return appendTo(*opened.file, bytes, shape, group);
 }
 
-WriteResult StoreFile::appendTo(File& file, std::string bytes, StoreShape shape, const std::string& group) {
+WriteResult StoreFile::appendTo(File& file, const std::string& bytes, StoreShape shape,
+                                const std::string& group) {
   if (!shape.aligned) {
     file.close();
     return realign(bytes, group);
@@ -91,7 +92,10 @@ WriteResult StoreFile::appendTo(File& file, std::string bytes, StoreShape shape,
   if (!result.ok()) return result;
   // Until the next read the caller's records lack the new message.
   shape.blank = false;
-  known_ = {digestOf(bytes += *tail), shape, false};
+  Digester digester;  // takes no memory: what is on the disk must not end in an exception
+  digester.take(bytes);
+  digester.take(*tail);
+  known_ = {digester.digest(), shape, false};
   return result;
 }
 

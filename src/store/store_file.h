@@ -42,7 +42,7 @@ class StoreFile {
   // the caller knows of the folder.
   WriteResult rewrite(std::span<const SmsRecord> records, std::span<const SmsRecord> further = {});
   // Files one message behind the others, with an empty Index; needs no read before it. Read again before the
-  // next rewrite.
+  // next rewrite. After an exception it has not been filed.
   WriteResult append(const SmsRecord& message, LineBreaks breaks);
 
  private:
@@ -55,7 +55,7 @@ class StoreFile {
   };
 
   bool wouldLose(const std::string& bytes) const;
-  WriteResult appendTo(File& file, std::string bytes, StoreShape shape, const std::string& group);
+  WriteResult appendTo(File& file, const std::string& bytes, StoreShape shape, const std::string& group);
   WriteResult realign(const std::string& bytes, const std::string& group);
   WriteResult replaceWith(const std::string& bytes, bool held, const std::string* lost = nullptr);
 

@@ -1,5 +1,7 @@
 #include "store/whole_file.h"
 
+#include <utility>
+
 namespace store {
 
 namespace {
@@ -73,7 +75,7 @@ WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_
   const FileStatus status = writeAtomically(files, path, bytes);
   if (status.ok()) {
     WriteResult done;
-    done.keptCopy = copy;
+    done.keptCopy = std::move(copy);
     return done;
   }
   if (copied) files.remove(copy);

@@ -311,4 +311,29 @@ TEST_F(FileFaults, LeaveRowsAndMessagesInOneOrderWhenMemoryRunsOut) {
   }
 }
 
+TEST_F(FileFaults, LetNothingBeSentTwiceOrForgottenWhenMemoryRunsOut) {
+  for (const Action& action : std::span(actions).subspan(5)) {
+    bool ranOut = true;
+    for (std::size_t step = 0; ranOut; ++step) {
+      SCOPED_TRACE(action.name + (": step " + std::to_string(step)));
+      prepare(action);
+      ranOut = false;
+      files_->watch([&](std::size_t at) -> std::optional<std::uint32_t> {
+        if (at != step) return std::nullopt;
+        ranOut = true;
+        throw std::bad_alloc();
+      });
+      const Person person(action.button, action.text);
+      action.run(*this);
+      app_.settle();
+      files_->watch({});
+      EXPECT_EQ(folder_.script().sentCount, action.button == IDC_SEND ? 1 : 0);
+      command(ID_REFRESH);
+      const auto filed = std::as_const(app_.tree()).tables()[action.shown].records();
+      EXPECT_NE(std::ranges::find(filed, action.text, &store::SmsRecord::Content), filed.end());
+      expectAgreement(action);
+    }
+  }
+}
+
 }  // namespace

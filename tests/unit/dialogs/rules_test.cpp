@@ -93,6 +93,7 @@ class OutgoingTest : public testing::Test {
       return number != unreachable_;
     };
     steps.file = [this](Folder folder, const store::SmsRecord& message) {
+      if (message.Phone == memoryTaker_) throw std::bad_alloc();
       if (folder == broken_)
         return store::failure({store::FileOutcome::failed, store::FileOperation::write, 112}, "f");
       log_ += (folder == Folder::PSent ? "sent " : "draft ") + message.Phone + " " + message.Time + "; ";
@@ -102,6 +103,7 @@ class OutgoingTest : public testing::Test {
     steps.sending = [this](std::size_t index, std::size_t total, const std::string&) {
       log_ += std::to_string(index + 1) + "/" + std::to_string(total) + " ";
     };
+    steps.done = [](std::size_t, std::size_t, const std::string&, bool) {};
     return steps;
   }
 
@@ -111,6 +113,7 @@ class OutgoingTest : public testing::Test {
   }
 
   std::string unreachable_;
+  std::string memoryTaker_;
   std::optional<Folder> broken_;
   std::string log_;
 };
@@ -141,6 +144,20 @@ TEST_F(OutgoingTest, KeepsWhatCannotBeFiledAndFilesItLaterWithoutSendingAgain) {
   EXPECT_TRUE(fileAgain(result.unfiled, steps()).ok());
   EXPECT_TRUE(result.unfiled.empty());
   EXPECT_EQ(log_, "sent 1 now; sent 3 now; ");
+}
+
+TEST_F(OutgoingTest, ForgetsNothingThatWasSentWhenMemoryRunsOut) {
+  memoryTaker_ = "2";
+  OutgoingResult result = sendTo("1;2;3");
+  EXPECT_EQ(log_, "1/3 send 1; sent 1 now; 2/3 send 2; 3/3 send 3; sent 3 now; ");
+  EXPECT_EQ(result.sent, 3U);
+  EXPECT_EQ(result.problem.status.code, 8U);
+  ASSERT_EQ(result.unfiled.size(), 1U);
+  EXPECT_FALSE(fileAgain(result.unfiled, steps()).ok());
+  memoryTaker_.clear();
+  log_.clear();
+  EXPECT_TRUE(fileAgain(result.unfiled, steps()).ok());
+  EXPECT_EQ(log_, "sent 2 now; ");
 }
 
 }  // namespace
