@@ -36,6 +36,20 @@ TEST(DigestTest, EveryChangedBitAndEveryTwoHighBitsTell) {
   }
 }
 
+TEST(DigestTest, PiecesMakeNoDifference) {
+  const std::string text = sample(200);
+  for (std::size_t first = 0; first <= text.size(); ++first) {
+    for (std::size_t second = first; second <= text.size(); second += 1 + first % 7) {
+      store::Digester digester;
+      digester.take(std::string_view(text).substr(0, first));
+      digester.take(std::string_view(text).substr(first, second - first));
+      digester.take(std::string_view(text).substr(second));
+      ASSERT_EQ(digester.digest(), digestOf(text)) << first << ", " << second;
+    }
+  }
+  EXPECT_EQ(store::Digester{}.digest(), digestOf(""));
+}
+
 TEST(DigestTest, OrderTells) {
   const std::string bytes = sample(400);
   constexpr std::size_t word = 8;
