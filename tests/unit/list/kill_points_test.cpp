@@ -175,6 +175,7 @@ std::size_t killEverywhere(Disk& disk) {
       const auto stages = stagesOf(operation, before, after);
       const bool deletes = operation.name == "delete";
       EXPECT_EQ(stages.size() > 1, messages >= 10 || operation.name.starts_with("file-"));
+      EXPECT_LE(stages.size(), 1 + (deletes ? std::size(support::deletedSlots) : 2));
       EXPECT_GE(steps, 5 * (deletes ? stages.size() - 1 : 1));
       std::size_t stage = 0;
       for (std::size_t step = 0; step <= steps; ++step, ++points) {
