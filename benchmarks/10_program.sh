@@ -34,8 +34,8 @@ start_rows() { # NAME FOLDER ROWS
   local program bare
   { read -r -a program && read -r -a bare; } < <(in_wine "$benchmarks/start_time.exe" "$rounds" "$3" \
     "Z:$work/$2/Quillet.exe" "Z:$benchmarks/bare_window.exe" "Z:$work/$2/Skin/Default/SMS" | tr -d '\r') || die "could not measure: $1"
-  row "start to filled list, $1" "${program[0]}" ms 'bare window, same rows' "${bare[0]}"
-  row "memory, $1" "${program[1]}" KB 'bare window, same rows' "${bare[1]}"
+  row "start to filled list, $1" "${program[0]}" ms 'bare window, as many rows' "${bare[0]}"
+  row "memory, $1" "${program[1]}" KB 'bare window, as many rows' "${bare[1]}"
 }
 
 start_session screen

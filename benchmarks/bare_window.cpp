@@ -1,6 +1,6 @@
 // bare_window ROWS FOLDER: the least that shows the same window, which the program's start is measured
 // against: a frame with a toolbar, a status bar, a tree of seven items with their images from that folder,
-// and a list of the same styles with so many rows of the same texts.
+// and a list of the same styles with so many rows of long texts.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -31,6 +31,7 @@ void giveImages(HWND bar, UINT message, UINT bitmapId) {
   const HBITMAP bitmap = LoadBitmapW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(bitmapId));
   const HIMAGELIST images = ImageList_Create(40, 34, ILC_COLOR24, 5, 0);
   ImageList_Add(images, bitmap, nullptr);
+  DeleteObject(bitmap);
   SendMessageW(bar, message, 0, reinterpret_cast<LPARAM>(images));
 }
 
@@ -63,6 +64,7 @@ void fillTree(HWND tree, const std::wstring& folder) {
     Gdiplus::Bitmap((folder + L"/" + name + L".png").c_str())
         .GetHBITMAP(Gdiplus::Color(255, 255, 255), &bitmap);
     const int i = ImageList_Add(images, bitmap, nullptr);
+    DeleteObject(bitmap);
     TVINSERTSTRUCTW item{};
     item.hInsertAfter = TVI_LAST;
     item.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE;

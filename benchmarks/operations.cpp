@@ -219,6 +219,6 @@ int wmain(int count, wchar_t** arguments) {
         best("remove rows") + best("write each"));
   print("move 500 of 1,000: in all", best("move"), "bare list, two plain writes",
         best("remove rows") + best("write halves"));
-  print("refresh", best("refresh"), "bare list, same rows", best("fill"));
+  print("refresh", best("refresh"), "bare list, as many rows", best("fill"));
   return 0;
 }
