@@ -23,6 +23,7 @@ NEW, SAVE, DELETE, DELETE_ALL, REFRESH = 32771, 32773, 32774, 32775, 32783
 MOBILE, INBOX, OUTBOX, PC, PC_INBOX, PC_SENT, PC_DRAFT = range(7)  # the tree's items
 CONNECT = "Can not connect,Please Check Connection"
 SILENT = HANDSET.read_bytes().replace(b"open = yes", b"open = no")  # a handset that does not answer
+assert SILENT != HANDSET.read_bytes()
 
 
 def wait_until(condition, what, timeout=10):
