@@ -146,6 +146,28 @@ class FileFaults : public testing::Test {
     }
   }
 
+  // The action with memory running out at its first file operation, then at its second, and so on until it
+  // has no more; `check` looks at what each has left.
+  template <class Check>
+  void tryWithoutMemory(const Action& action, Check check) {
+    bool ranOut = true;
+    for (std::size_t step = 0; ranOut; ++step) {
+      SCOPED_TRACE(action.name + (": step " + std::to_string(step)));
+      prepare(action);
+      ranOut = false;
+      files_->watch([&](std::size_t at) -> std::optional<std::uint32_t> {
+        if (at != step) return std::nullopt;
+        ranOut = true;
+        throw std::bad_alloc();
+      });
+      const Person person(action.button, action.text);
+      action.run(*this);
+      app_.settle();
+      files_->watch({});
+      check(ranOut, person);
+    }
+  }
+
   // The time of a message that is filed is that of the moment.
   static Bytes timeless(Bytes stores) {
     for (auto& [name, bytes] : stores)
@@ -291,48 +313,22 @@ TEST_F(FileFaults, ADeletionThatBreaksOffLeavesTheOtherMessagesAndTheirRows) {
 
 TEST_F(FileFaults, LeaveRowsAndMessagesInOneOrderWhenMemoryRunsOut) {
   for (const Action& action : std::span(actions).first(5)) {
-    bool ranOut = true;
-    for (std::size_t step = 0; ranOut; ++step) {
-      SCOPED_TRACE(action.name + (": step " + std::to_string(step)));
-      prepare(action);
-      ranOut = false;
-      files_->watch([&](std::size_t at) -> std::optional<std::uint32_t> {
-        if (at != step) return std::nullopt;
-        ranOut = true;
-        throw std::bad_alloc();
-      });
-      const Person person(action.button, action.text);
-      action.run(*this);
-      app_.settle();
-      files_->watch({});
+    tryWithoutMemory(action, [&](bool ranOut, const Person& person) {
       EXPECT_EQ(person.boxes().empty(), !ranOut);
       expectAgreement(action);
-    }
+    });
   }
 }
 
 TEST_F(FileFaults, LetNothingBeSentTwiceOrForgottenWhenMemoryRunsOut) {
   for (const Action& action : std::span(actions).subspan(5)) {
-    bool ranOut = true;
-    for (std::size_t step = 0; ranOut; ++step) {
-      SCOPED_TRACE(action.name + (": step " + std::to_string(step)));
-      prepare(action);
-      ranOut = false;
-      files_->watch([&](std::size_t at) -> std::optional<std::uint32_t> {
-        if (at != step) return std::nullopt;
-        ranOut = true;
-        throw std::bad_alloc();
-      });
-      const Person person(action.button, action.text);
-      action.run(*this);
-      app_.settle();
-      files_->watch({});
+    tryWithoutMemory(action, [&](bool, const Person&) {
       EXPECT_EQ(folder_.script().sentCount, action.button == IDC_SEND ? 1 : 0);
       command(ID_REFRESH);
       const auto filed = std::as_const(app_.tree()).tables()[action.shown].records();
       EXPECT_NE(std::ranges::find(filed, action.text, &store::SmsRecord::Content), filed.end());
       expectAgreement(action);
-    }
+    });
   }
 }
 
