@@ -3,7 +3,8 @@
 
 store_rows() { # FOLDER FILTER CLOCK PLACE
   BENCH_FOLDER=$1 "$out/native-release/benchmarks/store_benchmark" --benchmark_format=json \
-    --benchmark_filter="$2" --benchmark_min_time=0.5 --benchmark_repetitions=5 2>/dev/null |
+    --benchmark_filter="$2" --benchmark_min_time=0.5 --benchmark_repetitions=9 \
+    --benchmark_enable_random_interleaving=true 2>/dev/null |
     python3 -c '
 import json, sys
 clock, place = sys.argv[1:]

@@ -73,13 +73,16 @@ inline void appendTo(const std::string& bytes, store::FolderTable expected, cons
   requireKept(files, result, bytes, page);
 }
 
-inline void rewrite(const std::string& bytes, const store::CodePage& page) {
+// `expected` is what the bytes hold; the file hands them on in pieces.
+inline void rewrite(const std::string& bytes, const store::FolderTable& expected,
+                    const store::CodePage& page) {
   support::MemoryFileSystem files;
   files.put(storePath, bytes);
   store::StoreFile file{files, page, storePath, storeSection};
   store::FolderTable table;
   const store::ReadResult read = file.read(table);
   require(read.ok());
+  requireEqual(table, expected);
   const store::WriteResult result = file.rewrite(table.records());
   require(result.ok());
   require(read.whole == result.keptCopy.empty());
@@ -114,7 +117,7 @@ inline void stores(std::string_view input) {
       require(store::isValidUtf8(*text) && text->find_first_of("\n=") == text->npos);
   }
   if ((ways & 4U) != 0) {
-    rewrite(bytes, page);
+    rewrite(bytes, table, page);
   } else {
     appendTo(bytes, std::move(table), page, message, breaks);
   }

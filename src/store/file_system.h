@@ -41,10 +41,14 @@ class File {
   // The same bytes in one piece, in place of what `bytes` held.
   FileStatus readAll(std::string& bytes) {
     bytes.clear();
-    return readBlocks([&bytes](std::string_view block, std::size_t behind) {
+    return readBlocks(into(bytes));
+  }
+  // Puts the blocks one behind the other into `bytes`, behind what it holds.
+  static TakeBlock into(std::string& bytes) {
+    return [&bytes](std::string_view block, std::size_t behind) {
       bytes.reserve(bytes.size() + block.size() + behind);
       bytes += block;
-    });
+    };
   }
   // Files opened for appending are always written at their end. A write that stores only a part has failed.
   virtual FileStatus write(std::string_view bytes) = 0;

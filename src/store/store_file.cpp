@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "store/utf8.h"
+#include "store/store_writer.h"
 #include "store/whole_file.h"
 
 namespace store {
@@ -21,14 +21,18 @@ StoreFile::StoreFile(FileSystem& files, const CodePage& codePage, std::string pa
 
 ReadResult StoreFile::read(FolderTable& table) {
   isRead_ = false;
-  std::string bytes;
-  FileStatus status = readFile(files_, path_, bytes);
+  FolderTable records;
+  StoreReader reader(section_, codePage_, records);
+  Digester digester;
+  FileStatus status = readBlocks(files_, path_, [&](std::string_view block, std::size_t behind) {
+    digester.take(block);
+    reader.take(block, behind);
+  });
   if (status.failed()) return {status, false};
 
-  FolderTable records;
-  const StoreShape shape = readStore(bytes, section_, codePage_, records);
+  const StoreShape shape = reader.finish();
   table = std::move(records);
-  known_ = {digestOf(bytes), shape, shape.whole};
+  known_ = {digester.digest(), shape, shape.whole};
   isRead_ = true;
   status.outcome = FileOutcome::ok;
   return {status, shape.whole};
@@ -47,12 +51,11 @@ WriteResult StoreFile::rewrite(std::span<const SmsRecord> records, std::span<con
     if (status.failed()) return failure(status, path_);
     losing = wouldLose(former);
   }
-  std::string text = headerLine(section_);
-  text.reserve(text.size() + roomForGroups(records) + roomForGroups(further));
-  bool plain = isAscii(text);
-  for (const auto part : {records, further}) plain = appendGroups(text, part) && plain;
-  if (!plain) text = fileBytes(std::move(text), codePage_);
-  return replaceWith(text, true, losing ? &former : nullptr);
+  StoreWriter writer(section_, codePage_);
+  const auto fill = [&](File& file) { return writer.write(file, records, further); };
+  WriteResult result = replaceFile(files_, path_, fill, losing ? &former : nullptr);
+  if (result.ok()) known_ = {writer.digest(), {.blank = false, .marked = writer.marked()}, true};
+  return result;
 }
 
 WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
@@ -60,7 +63,7 @@ WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
   appendGroup(group, message, breaks, IndexLine::empty);
 
   const OpenedFile opened = files_.openForAppending(path_);
-  if (opened.status.missing()) return replaceWith(fileBytes(headerLine(section_) + group, codePage_), false);
+  if (opened.status.missing()) return replaceWith(fileBytes(headerLine(section_) + group, codePage_));
   if (opened.status.failed()) return failure(opened.status, path_);
   std::string bytes;
   const FileStatus status = opened.file->readAll(bytes);
@@ -85,7 +88,7 @@ WriteResult StoreFile::appendTo(File& file, const std::string& bytes, StoreShape
   if (!tail) {
     file.close();
     const Transcoded former = transcode(bytes, codePage_);
-    return replaceWith(std::string(utf8Mark) + former.text + text, false, former.exact ? nullptr : &bytes);
+    return replaceWith(std::string(utf8Mark) + former.text + text, former.exact ? nullptr : &bytes);
   }
 
   WriteResult result = appendAtomically(file, path_, *tail, bytes);
@@ -104,10 +107,9 @@ WriteResult StoreFile::realign(const std::string& bytes, const std::string& grou
   FolderTable records;
   readStore(bytes, section_, codePage_, records);
   std::string text = headerLine(section_);
-  text.reserve(text.size() + roomForGroups(records.records()) + group.size());
   appendGroups(text, records.records());
   text += group;
-  return replaceWith(fileBytes(std::move(text), codePage_), false, &bytes);
+  return replaceWith(fileBytes(std::move(text), codePage_), &bytes);
 }
 
 // Bytes that are not the ones last read or written come from elsewhere: no record of the caller holds them.
@@ -117,11 +119,12 @@ bool StoreFile::wouldLose(const std::string& bytes) const {
   return !readStore(bytes, section_, codePage_, records).whole || !records.empty();
 }
 
-WriteResult StoreFile::replaceWith(const std::string& bytes, bool held, const std::string* lost) {
+// With a message that the caller's records lack until the next read.
+WriteResult StoreFile::replaceWith(const std::string& bytes, const std::string* lost) {
   WriteResult result = replaceFile(files_, path_, bytes, lost);
   if (!result.ok()) return result;
   const StoreShape shape{.blank = false, .marked = bytes.starts_with(utf8Mark)};
-  known_ = {digestOf(bytes), shape, held};
+  known_ = {digestOf(bytes), shape, false};
   return result;
 }
 

@@ -57,7 +57,7 @@ class StoreFile {
   bool wouldLose(const std::string& bytes) const;
   WriteResult appendTo(File& file, const std::string& bytes, StoreShape shape, const std::string& group);
   WriteResult realign(const std::string& bytes, const std::string& group);
-  WriteResult replaceWith(const std::string& bytes, bool held, const std::string* lost = nullptr);
+  WriteResult replaceWith(const std::string& bytes, const std::string* lost = nullptr);
 
   FileSystem& files_;
   const CodePage& codePage_;

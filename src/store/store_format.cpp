@@ -4,26 +4,12 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <limits>
 
 #include "store/utf8.h"
 
 namespace store {
 
 namespace {
-
-constexpr std::size_t aroundValues = [] {
-  std::size_t length = 0;
-  for (const std::string_view start : lineStarts) length += start.size() + lineEnd.size();
-  return length;
-}();
-
-constexpr std::size_t longestNumber = std::numeric_limits<std::int32_t>::digits10 + 2;  // with its sign
-
-std::size_t roomForGroup(const SmsRecord& record) {
-  return record.Content.size() + record.Phone.size() + record.Time.size() + longestNumber + aroundValues;
-}
 
 // Most texts have no break and are taken over at once.
 void appendUnbroken(std::string& text, std::string_view value, LineBreaks breaks) {
@@ -41,50 +27,6 @@ void appendUnbroken(std::string& text, std::string_view value, LineBreaks breaks
     }
   }
 }
-
-// Groups of plain text are laid out here and handed on many at a time: each is a few pieces of known lengths.
-class PlainGroups {
- public:
-  explicit PlainGroups(std::string& text) : text_(text) {}
-
-  // False when the group needs the care of appendGroup.
-  bool append(const SmsRecord& record) {
-    const std::size_t length = roomForGroup(record);
-    if (length > block_.size()) return false;
-    if (length > block_.size() - used_) handOn();
-    char* to = block_.data() + used_;
-    if (!line<0>(to, record.Content) || !line<1>(to, record.Phone) || !line<2>(to, record.Time)) return false;
-    put(to, lineStarts[3]);
-    to = std::to_chars(to, block_.data() + block_.size(), record.Index).ptr;
-    put(to, lineEnd);
-    used_ = static_cast<std::size_t>(to - block_.data());
-    return true;
-  }
-
-  void handOn() {
-    text_.append(block_.data(), used_);
-    used_ = 0;
-  }
-
- private:
-  static void put(char*& to, std::string_view piece) {
-    std::memcpy(to, piece.data(), piece.size());
-    to += piece.size();
-  }
-
-  template <std::size_t field>
-  static bool line(char*& to, std::string_view value) {
-    put(to, lineStarts[field]);
-    const bool plain = copyIfPlain(value, to);
-    to += value.size();
-    put(to, lineEnd);
-    return plain;  // else the group is laid out anew
-  }
-
-  std::string& text_;
-  std::array<char, 4096> block_;
-  std::size_t used_ = 0;
-};
 
 void appendLine(std::string& text, std::string_view start, std::string_view value,
                 LineBreaks breaks = LineBreaks::stored) {
@@ -116,23 +58,8 @@ void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, 
   appendLine(text, lineStarts[3], std::string_view(digits.data(), digitCount));
 }
 
-std::size_t roomForGroups(std::span<const SmsRecord> records) {
-  std::size_t length = 0;
-  for (const SmsRecord& record : records) length += roomForGroup(record);
-  return length;
-}
-
-bool appendGroups(std::string& text, std::span<const SmsRecord> records) {
-  PlainGroups groups(text);
-  bool plain = true;
-  for (const SmsRecord& record : records) {
-    if (groups.append(record)) continue;
-    groups.handOn();
-    appendGroup(text, record, LineBreaks::stored, IndexLine::number);
-    plain = plain && isPlainText(record.Content) && isPlainText(record.Phone) && isPlainText(record.Time);
-  }
-  groups.handOn();
-  return plain;
+void appendGroups(std::string& text, std::span<const SmsRecord> records) {
+  for (const SmsRecord& record : records) appendGroup(text, record, LineBreaks::stored, IndexLine::number);
 }
 
 std::string fileBytes(std::string text, const CodePage& codePage) {

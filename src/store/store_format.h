@@ -30,10 +30,7 @@ enum class IndexLine { number, empty };
 // All texts are UTF-8.
 std::string headerLine(std::string_view section);
 void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, IndexLine index);
-// At least as many bytes as appendGroups adds.
-std::size_t roomForGroups(std::span<const SmsRecord> records);
-// True when the records are plain text throughout, which is the same in every code page.
-bool appendGroups(std::string& text, std::span<const SmsRecord> records);
+void appendGroups(std::string& text, std::span<const SmsRecord> records);
 
 // The bytes of a file with this text: in the code page if it can hold all of it, else UTF-8 behind the mark.
 std::string fileBytes(std::string text, const CodePage& codePage);

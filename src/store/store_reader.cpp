@@ -45,27 +45,35 @@ bool isWrittenNumber(std::string_view value, std::int32_t& number) {
   return read.ec == std::errc() && read.ptr == end && (value == "0" || !digits.starts_with('0'));
 }
 
-class Reader {
+}  // namespace
+
+class StoreReader::Lines {
  public:
-  Reader(std::string_view section, const CodePage& codePage, FolderTable& table)
+  Lines(std::string_view section, const CodePage& codePage, FolderTable& table)
       : section_(section), codePage_(codePage), table_(table) {}
 
-  StoreShape read(std::string_view bytes) {
-    shape_.marked = bytes.starts_with(utf8Mark);
-    if (shape_.marked) bytes.remove_prefix(utf8Mark.size());
-    shape_.blank = bytes.empty();
-    size_ = bytes.size();
-    if (shape_.blank) return shape_;
-    while (!bytes.empty()) {
-      if (place_ == Place::inside && field_ == 0 && takeWrittenMessage(bytes)) continue;
-      const std::size_t end = bytes.find('\n');
-      std::string_view line = bytes.substr(0, end);
-      bytes.remove_prefix(end == none ? bytes.size() : end + 1);
-      if (end == none) misalign();
-      if (line.ends_with('\r')) line.remove_suffix(1);
-      takeLine(line);
+  void take(std::string_view block, std::size_t behind) {
+    const std::size_t whole = block.rfind('\n') + 1;
+    if (whole == 0) {
+      started_ += block;
+      return;
     }
-    if (place_ == Place::before) misalign();
+    behind_ = behind + block.size() - whole;
+    std::string_view lines = block.substr(0, whole);
+    if (!started_.empty()) {
+      const std::size_t rest = lines.find('\n') + 1;
+      started_ += lines.substr(0, rest);
+      takeLines(started_);
+      lines.remove_prefix(rest);
+    }
+    takeLines(lines);
+    started_ = block.substr(whole);
+  }
+
+  StoreShape finish() {
+    behind_ = 0;
+    takeLines(started_);
+    if (place_ == Place::before && !shape_.blank) misalign();
     if (field_ != 0) completeLastRecord();
     return shape_;
   }
@@ -77,6 +85,31 @@ class Reader {
   static constexpr std::size_t few = 16;
 
   void misalign() { shape_.whole = shape_.aligned = false; }
+
+  // Only the last line of all may lack its end.
+  void takeLines(std::string_view bytes) {
+    if (bytes.empty()) return;
+    if (taken_ == 0 && bytes.starts_with(utf8Mark)) {
+      shape_.marked = true;
+      bytes.remove_prefix(utf8Mark.size());
+      taken_ = utf8Mark.size();
+    }
+    shape_.blank = shape_.blank && bytes.empty();
+    while (!bytes.empty()) {
+      if (place_ == Place::inside && field_ == 0 && takeWrittenMessage(bytes)) continue;
+      const std::size_t end = bytes.find('\n');
+      std::string_view line = bytes.substr(0, end);
+      if (end == none) misalign();
+      if (line.ends_with('\r')) line.remove_suffix(1);
+      takeLine(line);
+      advance(bytes, end == none ? bytes.size() : end + 1);
+    }
+  }
+
+  void advance(std::string_view& bytes, std::size_t length) {
+    bytes.remove_prefix(length);
+    taken_ += length;
+  }
 
   // Nearly all messages are just as the writer makes them, from texts with which nothing can go wrong: those
   // are taken in one go. False when the next one needs the look at every line that takeLine has.
@@ -92,8 +125,8 @@ class Reader {
     std::int32_t index = 0;
     if (!number.empty() && !isWrittenNumber(number, index)) return false;
     table_.append({std::string(content), std::string(time), std::string(phone), index});
-    bytes = rest;
-    if (table_.size() == few) table_.reserve(few + few * bytes.size() / (size_ - bytes.size()));
+    advance(bytes, bytes.size() - rest.size());
+    if (table_.size() == few) table_.reserve(few + few * (bytes.size() + behind_) / taken_);
     return true;
   }
 
@@ -199,17 +232,32 @@ class Reader {
   const CodePage& codePage_;
   FolderTable& table_;
   StoreShape shape_;
-  std::size_t size_ = 0;  // of the text
+  std::string started_;     // a line whose end has not come yet
+  std::size_t taken_ = 0;   // bytes
+  std::size_t behind_ = 0;  // about how many bytes follow the lines that are being taken
   Place place_ = Place::before;
   std::size_t field_ = 0;  // the one that the next line fills, by its place in lineKeys
   std::string decoded_;
 };
 
-}  // namespace
+StoreReader::StoreReader(std::string_view section, const CodePage& codePage, FolderTable& table)
+    : lines_(std::make_unique<Lines>(section, codePage, table)) {}
+
+StoreReader::~StoreReader() = default;
+
+void StoreReader::take(std::string_view block, std::size_t behind) {
+  lines_->take(block, behind);
+}
+
+StoreShape StoreReader::finish() {
+  return lines_->finish();
+}
 
 StoreShape readStore(std::string_view bytes, std::string_view section, const CodePage& codePage,
                      FolderTable& table) {
-  return Reader(section, codePage, table).read(bytes);
+  StoreReader reader(section, codePage, table);
+  reader.take(bytes, 0);
+  return reader.finish();
 }
 
 }  // namespace store

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string_view>
 
 #include "store/code_page.h"
@@ -22,6 +24,26 @@ struct StoreShape {
 // - a value is what stands to the right of the last '=', or the whole line, less one blank on either side;
 // - where the last message lacks lines, each takes the value of the last line there is;
 // - an Index is the number that its value starts with, 0 for none, held within 32 bits.
+// The bytes come a block at a time; how they are cut makes no difference. Borrows the section, the code page
+// and the table.
+class StoreReader {
+ public:
+  StoreReader(std::string_view section, const CodePage& codePage, FolderTable& table);
+  ~StoreReader();
+  StoreReader(const StoreReader&) = delete;
+  StoreReader& operator=(const StoreReader&) = delete;
+
+  // `behind`: about how many bytes are still to come.
+  void take(std::string_view block, std::size_t behind);
+  // All bytes have been taken; nothing else may be called afterwards.
+  StoreShape finish();
+
+ private:
+  class Lines;
+  std::unique_ptr<Lines> lines_;
+};
+
+// The same with all bytes at once.
 StoreShape readStore(std::string_view bytes, std::string_view section, const CodePage& codePage,
                      FolderTable& table);
 

@@ -6,21 +6,15 @@ namespace store {
 
 namespace {
 
-FileStatus writeFlushClose(File& file, std::string_view bytes) {
-  FileStatus status = file.write(bytes);
+FileStatus fillFlushClose(File& file, const Fill& fill) {
+  FileStatus status = fill(file);
   if (status.ok()) status = file.flush();
   const FileStatus closed = file.close();
   return status.ok() ? closed : status;
 }
 
-template <class Read>
-FileStatus readWith(FileSystem& files, const std::string& path, Read read) {
-  const OpenedFile opened = files.openForReading(path);
-  if (!opened.status.ok()) return opened.status;
-  FileStatus status = read(*opened.file);
-  // Whatever the system calls it: a file that could be opened is not missing.
-  if (status.missing()) status.outcome = FileOutcome::failed;
-  return status;
+Fill filledWith(std::string_view bytes) {
+  return [bytes](File& file) { return file.write(bytes); };
 }
 
 // Finds the copy that holds these bytes already, left by a program that ended before it had replaced the
@@ -37,42 +31,57 @@ FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view
 
 }  // namespace
 
+FileStatus readBlocks(FileSystem& files, const std::string& path, const File::TakeBlock& take) {
+  const OpenedFile opened = files.openForReading(path);
+  if (!opened.status.ok()) return opened.status;
+  FileStatus status = opened.file->readBlocks(take);
+  // Whatever the system calls it: a file that could be opened is not missing.
+  if (status.missing()) status.outcome = FileOutcome::failed;
+  return status;
+}
+
 FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
   bytes.clear();
-  return readWith(files, path, [&bytes](File& file) { return file.readAll(bytes); });
+  return readBlocks(files, path, File::into(bytes));
 }
 
 FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest) {
   Digester digester;
-  const FileStatus status = readWith(files, path, [&digester](File& file) {
-    return file.readBlocks([&digester](std::string_view block, std::size_t) { digester.take(block); });
-  });
+  const FileStatus status =
+      readBlocks(files, path, [&digester](std::string_view block, std::size_t) { digester.take(block); });
   digest = digester.digest();
   return status;
 }
 
-FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes) {
+FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill) {
   const std::string beside = path + ".new";
   const OpenedFile opened = files.create(beside);
   if (!opened.status.ok()) return opened.status;
-  FileStatus status = writeFlushClose(*opened.file, bytes);
+  FileStatus status;
+  try {
+    status = fillFlushClose(*opened.file, fill);
+  } catch (...) {
+    opened.file->close();
+    files.remove(beside);
+    throw;
+  }
   if (status.ok()) status = files.replace(beside, path);
   // What a failed removal leaves behind is emptied by the next write.
   if (!status.ok()) files.remove(beside);
   return status;
 }
 
-WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
+WriteResult replaceFile(FileSystem& files, const std::string& path, const Fill& fill,
                         const std::string* lost) {
   std::string copy;
   bool copied = false;
   if (lost != nullptr) {
     FileStatus status = findCopy(files, path, *lost, copy);
     copied = status.missing();
-    if (copied) status = writeAtomically(files, copy, *lost);
+    if (copied) status = writeAtomically(files, copy, filledWith(*lost));
     if (!status.ok()) return failure(status, copy);
   }
-  const FileStatus status = writeAtomically(files, path, bytes);
+  const FileStatus status = writeAtomically(files, path, fill);
   if (status.ok()) {
     WriteResult done;
     done.keptCopy = std::move(copy);
@@ -80,6 +89,11 @@ WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_
   }
   if (copied) files.remove(copy);
   return failure(status, path);
+}
+
+WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
+                        const std::string* lost) {
+  return replaceFile(files, path, filledWith(bytes), lost);
 }
 
 WriteResult appendAtomically(File& file, const std::string& path, std::string_view bytes,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,18 +11,25 @@
 // Files are read whole, and changed whole or not at all.
 namespace store {
 
-// All bytes of the file; none when it is missing.
+// All bytes of the file, see File::readBlocks; none when it is missing.
+FileStatus readBlocks(FileSystem& files, const std::string& path, const File::TakeBlock& take);
+// The same in one piece.
 FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes);
 // Their digest, which takes no memory.
 FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest);
 
-// Creates or replaces the file in one step: the bytes go to "<path>.new", reach the disk, and take its place.
-// On failure the file is as before and the one beside it is gone.
-FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes);
+// Writes what a new file is to hold.
+using Fill = std::function<FileStatus(File& file)>;
+
+// Creates or replaces the file in one step: a new one is filled beside it as "<path>.new", reaches the disk,
+// and takes its place. On failure the file is as before and the one beside it is gone.
+FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill);
 
 // The same, after `lost` (bytes of the file that the new ones do not stand for; null for none) has been put
 // aside in "<path>.unread-<n>" under the first free number, unless such a copy holds the same bytes already.
 // If the file cannot be replaced, a copy made here is removed again.
+WriteResult replaceFile(FileSystem& files, const std::string& path, const Fill& fill,
+                        const std::string* lost = nullptr);
 WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
                         const std::string* lost = nullptr);
 

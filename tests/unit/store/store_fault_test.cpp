@@ -26,6 +26,7 @@ const std::string header = "[PCDRAFT] \r\n";
 const std::string group = "Content = \xE9 \r\nPhone = 12 \r\nTime = now \r\nIndex = 3 \r\n";
 const std::string brokenOff = header + group + "Content = ";
 const SmsRecord plain{.Content = "plain", .Time = "now", .Phone = "12", .Index = 1};
+const SmsRecord large{.Content = std::string(200'000, 'l'), .Time = "now", .Phone = "12", .Index = 1};
 const SmsRecord wide{.Content = "\xE2\x82\xAC", .Time = "now", .Phone = "12", .Index = 1};
 
 struct Store {
@@ -61,6 +62,11 @@ const std::vector<Change> changes{
     {"rewrite a whole store", header + group, false, rewrite},
     {"rewrite a missing store", "-", false, rewrite},
     {"rewrite a store broken off", brokenOff, true, rewrite},
+    // The code page turns out to lack a character when much has been written already.
+    {"rewrite a large store", header + group, false,
+     [](Store& store) {
+       return store.file.rewrite(std::array{large, large, large, wide});
+     }},
     {"save to a text file", group, false, [](Store& store) { return save(store, plain); }},
     {"save to a new text file", "-", false, [](Store& store) { return save(store, plain); }},
     {"save what the code page lacks", group, false, [](Store& store) { return save(store, wide); }},

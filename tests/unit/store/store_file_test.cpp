@@ -5,9 +5,11 @@
 #include <array>
 #include <random>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "store/store_format.h"
 #include "store/text_file.h"
 #include "support/fake_code_pages.h"
 #include "support/memory_file_system.h"
@@ -150,6 +152,30 @@ TEST_F(StoreFileTest, ARewriteTakesTheMarkOnlyWhereItIsNeeded) {
   table.erase(0);
   ASSERT_TRUE(file.rewrite(table.records()).ok());
   EXPECT_EQ(bytes(), header + group("\xE9", "2"));
+}
+
+// However it is cut on its way to the file: each kind of message among many plain ones, and one that is
+// larger than what is written at once.
+TEST_F(StoreFileTest, ALargeStoreIsOneText) {
+  for (const std::string& odd : {std::string("plain"), std::string("two\nlines"), std::string("caf\xC3\xA9"),
+                                 euro, std::string(300'000, 'l'), std::string(300'000, 'l') + euro}) {
+    SCOPED_TRACE(odd.substr(0, 10));
+    FolderTable large;
+    std::string text = header;
+    for (int i = -1000; i < 3000; ++i) {
+      const bool isOdd = i % 900 == 899;
+      large.append(
+          message(isOdd ? odd : std::string(static_cast<std::size_t>(i + 1000) % 300, 'm'), i * 1000));
+      appendGroup(text, large[large.size() - 1], LineBreaks::stored, store::IndexLine::number);
+    }
+    ASSERT_TRUE(file.read(table).ok());
+    const std::span<const SmsRecord> records = large.records();
+    ASSERT_TRUE(file.rewrite(records.first(2500), records.subspan(2500)).ok());
+    EXPECT_TRUE(bytes() == store::fileBytes(text, page));
+    // It is known to the byte: nothing has to be put aside.
+    ASSERT_TRUE(file.rewrite(records).ok());
+    EXPECT_EQ(files.paths(), Strings{path});
+  }
 }
 
 TEST_F(StoreFileTest, WhatWasNotReadIsPutAsideBeforeARewrite) {
