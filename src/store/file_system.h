@@ -50,7 +50,7 @@ class File {
       bytes += block;
     };
   }
-  // Files opened for appending are always written at their end. A write that stores only a part has failed.
+  // Always at the file's end, also after truncating it. A write that stores only a part has failed.
   virtual FileStatus write(std::string_view bytes) = 0;
   // Everything written has reached the disk.
   virtual FileStatus flush() = 0;

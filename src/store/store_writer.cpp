@@ -1,6 +1,5 @@
 #include "store/store_writer.h"
 
-#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstring>

@@ -14,8 +14,8 @@
 namespace store {
 
 // Fills a new file with messages: in the code page if it can hold all of them, else in UTF-8 behind the mark.
-// They are laid out and written a block at a time, so that a large store takes no more memory than a small
-// one. Borrows the code page.
+// They are laid out and written a block at a time, which takes little memory however many they are. Borrows
+// the code page.
 class StoreWriter {
  public:
   StoreWriter(std::string_view section, const CodePage& codePage);
@@ -42,8 +42,8 @@ class StoreWriter {
   const CodePage& codePage_;
   std::unique_ptr<char[]> block_;  // UTF-8 that has not been written yet
   std::size_t used_ = 0;           // bytes of it
-  bool ascii_ = true;              // what they are
-  std::string group_;              // a message that takes more care
+  bool ascii_ = true;              // whether they are ASCII throughout
+  std::string group_;              // a message that is not laid out in the block at once
   FileStatus status_;
   Digester digester_;  // of what has been written
   bool marked_ = false;

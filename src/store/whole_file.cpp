@@ -57,16 +57,9 @@ FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fil
   const std::string beside = path + ".new";
   const OpenedFile opened = files.create(beside);
   if (!opened.status.ok()) return opened.status;
-  FileStatus status;
-  try {
-    status = fillFlushClose(*opened.file, fill);
-  } catch (...) {
-    opened.file->close();
-    files.remove(beside);
-    throw;
-  }
+  FileStatus status = fillFlushClose(*opened.file, fill);
   if (status.ok()) status = files.replace(beside, path);
-  // What a failed removal leaves behind is emptied by the next write.
+  // What a failed removal or an exception leaves behind is emptied by the next write.
   if (!status.ok()) files.remove(beside);
   return status;
 }

@@ -104,6 +104,26 @@ TEST_F(Filing, SortingAPcFolderStaysInTableAndFile) {
   expectAgreement(Folder::PInbox);
 }
 
+// What no code page has comes last, when much of the new file has been written already.
+TEST_F(Filing, SortingALargeFolderThatOnlyUtf8Holds) {
+  const std::string last = "\xE8\xA8\x8A\xE6\x81\xAF \xE2\x82\xAC \xD0\x96";
+  const std::string utf8 = "\xEF\xBB\xBF" + storeOf("PCINBOX", {{last.c_str(), "6", "t", 0}});
+  std::string others;
+  std::string sorted;
+  for (int i = 0; i < 2000; ++i) {
+    const std::string content = std::to_string(1000 + i / 2) + std::string(160, 'm');
+    others += group({content.c_str(), "5", "t", 0});
+    sorted += group({content.c_str(), "5", "t", i});
+  }
+  folder_.write("pcInbox.dat", utf8 + others);
+  app_.selectFolder(Folder::PSent);
+  app_.tree().reload(Folder::PInbox);
+  app_.selectFolder(Folder::PInbox);
+  app_.clickHeading(0);
+  EXPECT_TRUE(folder_.read("pcInbox.dat") ==
+              "\xEF\xBB\xBF" + storeOf("PCINBOX", {}) + sorted + group({last.c_str(), "6", "t", 2000}));
+}
+
 TEST_F(Filing, SortingAHandsetFolderLeavesItsTable) {
   app_.selectFolder(Folder::MInbox);
   app_.clickHeading(0);

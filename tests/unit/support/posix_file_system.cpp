@@ -77,7 +77,7 @@ OpenedFile PosixFileSystem::openForReading(const std::string& path) {
   return opened(path, O_RDONLY, FileOperation::open);
 }
 OpenedFile PosixFileSystem::create(const std::string& path) {
-  return opened(path, O_WRONLY | O_CREAT | O_TRUNC, FileOperation::create);
+  return opened(path, O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, FileOperation::create);
 }
 OpenedFile PosixFileSystem::openForAppending(const std::string& path) {
   return opened(path, O_RDWR | O_APPEND, FileOperation::open);
