@@ -462,7 +462,7 @@ class LongLife : public testing::Test {
 };
 
 TEST_F(LongLife, StaysTrueAndSmall) {
-  const int actions = static_cast<int>(fromEnvironment("QUILLET_ACTIONS", 600));
+  const int actions = static_cast<int>(fromEnvironment("QUILLET_ACTIONS", 500));
   const int warm = std::max(actions / 4, 300);  // by then everything has been used that is made once and kept
   ResourceUse early;
   for (int i = 0; i < actions; ++i) {
