@@ -196,7 +196,11 @@ class Program:
         """What is on the screen now. Asked again while a window comes or goes, or is busy."""
         def ask():
             answer = self.ask("report")
-            return Sight(**json.loads(answer.text)) if answer.code == 0 else None
+            if answer.code == 0:
+                return Sight(**json.loads(answer.text))
+            if not self.running():
+                raise AssertionError(f"the program has ended with {self.process.returncode}")
+            return None
         return wait_until(ask, "a report of the program's windows", timeout)
 
     def wait_for_window(self, timeout=60):
