@@ -32,15 +32,7 @@ std::size_t characterLength(std::string_view text) {
   return length;
 }
 
-constexpr std::uint64_t highBits = 0x8080808080808080;
-constexpr std::uint64_t blanks = 0x2020202020202020;
 constexpr std::uint64_t ones = 0x0101010101010101;
-
-// The high bits of the characters that are not plain text, up to the first of them; behind it there may be
-// more. What is below a blank borrows from its high bit.
-std::uint64_t notPlain(std::uint64_t word) {
-  return (word | (word - blanks)) & highBits;
-}
 
 // Whether `find`, which looks at eight characters at once, finds nothing (0) in the whole text.
 template <class Find>
@@ -82,21 +74,6 @@ std::size_t plainLength(std::string_view text, char mark) {
   }
   while (length < text.size() && text[length] != mark && isBetween(text[length], ' ', 0x7F)) ++length;
   return length;
-}
-
-bool copyIfPlain(std::string_view text, char* to) {
-  if (text.size() < wordSize) {
-    text.copy(to, text.size());
-    return isPlainText(text);
-  }
-  const auto copyWord = [&](std::size_t place) {
-    const std::uint64_t word = wordAt(text.data() + place);
-    std::memcpy(to + place, &word, wordSize);
-    return notPlain(word);
-  };
-  std::uint64_t found = copyWord(text.size() - wordSize);
-  for (std::size_t place = 0; place + wordSize < text.size(); place += wordSize) found |= copyWord(place);
-  return found == 0;
 }
 
 bool isValidUtf8(std::string_view text) {
