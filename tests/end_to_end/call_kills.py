@@ -38,7 +38,10 @@ def change(folder, operation, *tracing):
     log = folder / "calls"
     with subprocess.Popen(["wine", str(PROGRAM), operation, windows_path(folder)], stdin=subprocess.PIPE,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as program:
-        assert program.stdout.readline().strip() == "ready", operation
+        answer = program.stdout.readline().strip()
+        if answer != "ready":
+            program.stdin.close()
+            raise AssertionError(f"{operation}: {answer!r} instead of ready, ended with {program.wait(60)}")
         # Stopped, so that strace sees all that follows, the very first call included.
         program.send_signal(signal.SIGSTOP)
         with subprocess.Popen(["strace", "-p", str(program.pid), "-o", str(log), "-e", f"trace={CALLS}", *tracing],

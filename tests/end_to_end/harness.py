@@ -196,11 +196,7 @@ class Program:
         """What is on the screen now. Asked again while a window comes or goes, or is busy."""
         def ask():
             answer = self.ask("report")
-            if answer.code == 0:
-                return Sight(**json.loads(answer.text))
-            if not self.running():
-                raise AssertionError(f"the program has ended with {self.process.returncode}")
-            return None
+            return Sight(**json.loads(answer.text)) if answer.code == 0 else None
         return wait_until(ask, "a report of the program's windows", timeout)
 
     def wait_for_window(self, timeout=60):
@@ -208,6 +204,8 @@ class Program:
         def filled(sight):
             if sight.dialogs:
                 raise AssertionError("a message box came instead of the window")
+            if not sight.main and not self.running():
+                raise AssertionError(f"the program has ended with {self.process.returncode}")
             return sight.is_filled
         return self.wait_for(filled, "the window", timeout)
 
