@@ -18,6 +18,9 @@ MISSING = -1
 PRIOR_STATES = (MISSING, 0, 10, 1000)  # messages in each folder
 STORES = ("pcInbox.dat", "pcSent.dat", "pcDraft.dat")
 DELETED = (7, 4, 1)  # what "delete" takes out of the inbox, in this order; nothing of an empty one
+# Once in some thousand starts Wine ends a program before it runs, with this and without a word.
+NOT_STARTED = 1
+STARTS = 3
 CALLS = "!rt_sigprocmask,rt_sigreturn"  # what does nothing but hold signals back is left out
 
 
@@ -28,20 +31,36 @@ def windows_path(folder):
 def run(*words, folders=()):
     """The program's lines for these folders."""
     lines = "".join(windows_path(folder) + "\n" for folder in folders)
-    done = subprocess.run(["wine", str(PROGRAM), *words], input=lines, capture_output=True, text=True, check=True,
-                          timeout=120)
+    for _ in range(STARTS):
+        done = subprocess.run(["wine", str(PROGRAM), *words], input=lines, capture_output=True, text=True, timeout=120)
+        if done.returncode != NOT_STARTED:
+            break
+        print("(not started: once more)")
+    done.check_returncode()
     return done.stdout.split("\n")[:-1]
+
+
+def start(operation, folder):
+    """The program, with everything read, waiting to make the change."""
+    for _ in range(STARTS):
+        program = subprocess.Popen(["wine", str(PROGRAM), operation, windows_path(folder)], stdin=subprocess.PIPE,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        answer = program.stdout.readline().strip()
+        if answer == "ready":
+            return program
+        with program:
+            program.stdin.close()
+            code = program.wait(60)
+        if answer or code != NOT_STARTED:
+            break
+        print("(not started: once more)")
+    raise AssertionError(f"{operation}: {answer!r} instead of ready, ended with {code}")
 
 
 def change(folder, operation, *tracing):
     """Makes the change under strace, which comes in only once everything has been read; strace's lines."""
     log = folder / "calls"
-    with subprocess.Popen(["wine", str(PROGRAM), operation, windows_path(folder)], stdin=subprocess.PIPE,
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as program:
-        answer = program.stdout.readline().strip()
-        if answer != "ready":
-            program.stdin.close()
-            raise AssertionError(f"{operation}: {answer!r} instead of ready, ended with {program.wait(60)}")
+    with start(operation, folder) as program:
         # Stopped, so that strace sees all that follows, the very first call included.
         program.send_signal(signal.SIGSTOP)
         with subprocess.Popen(["strace", "-p", str(program.pid), "-o", str(log), "-e", f"trace={CALLS}", *tracing],

@@ -5,6 +5,8 @@
 //   file_messages make NUMBER        for each line of input, a folder: writes stores with that many messages
 //   file_messages show               for each line of input, a folder: reads its stores, and says what is in
 //   them
+//
+// Ends with 0, or 64 and above when something is wrong; a change that was not made ends with 1.
 #include <windows.h>
 
 #include <cstdio>
@@ -35,10 +37,10 @@ int change(std::string_view name, const std::string& folder) {
   for (const support::FilingOperation& operation : support::filingOperations) {
     if (operation.name != name) continue;
     FilingDesk desk(files, codePage, folder);
-    std::puts(desk.isRead() ? "ready" : "unread");
-    std::fflush(stdout);
+    if (std::puts(desk.isRead() ? "ready" : "unread") < 0 || std::fflush(stdout) != 0) return 65;
     std::string line;
-    const bool changed = nextFolder(line) && operation.run(desk);
+    if (!nextFolder(line)) return 66;
+    const bool changed = operation.run(desk);
     TerminateProcess(GetCurrentProcess(), changed ? 0 : 1);  // at once: how it ends is no part of the change
   }
   return 64;
@@ -48,7 +50,7 @@ int make(int messages) {
   for (std::string folder; nextFolder(folder);) {
     for (const store::StoreName& name : store::storeNames) {
       const auto file = files.create(folder + std::string(name.file)).file;
-      if (!file || !file->write(support::storeWith(name, messages)).ok()) return 1;
+      if (!file || !file->write(support::storeWith(name, messages)).ok()) return 68;
     }
   }
   return 0;
@@ -58,7 +60,7 @@ int make(int messages) {
 int show() {
   for (std::string folder; nextFolder(folder);) {
     const FilingDesk desk(files, codePage, folder);
-    if (!desk.isRead()) return 1;
+    if (!desk.isRead()) return 67;
     for (const store::StoreName& name : store::storeNames) {
       std::string all;
       for (const store::SmsRecord& record : desk.records(name.folder))
