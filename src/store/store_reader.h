@@ -15,6 +15,8 @@ struct StoreShape {
   bool marked = false;  // UTF-8 behind a mark, else the system code page
   bool whole = true;    // every line is one that the writer makes, so that rewriting loses nothing
   bool aligned = true;  // four lines put behind the last byte are read back as one more message
+
+  bool operator==(const StoreShape&) const = default;
 };
 
 // Puts the messages of the section behind those of the table, in UTF-8. Any bytes will do:

@@ -29,6 +29,17 @@ FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view
   }
 }
 
+FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill) {
+  const std::string beside = path + ".new";
+  const OpenedFile opened = files.create(beside);
+  if (!opened.status.ok()) return opened.status;
+  FileStatus status = fillFlushClose(*opened.file, fill);
+  if (status.ok()) status = files.replace(beside, path);
+  // What a failed removal or an exception leaves behind is emptied by the next write.
+  if (!status.ok()) files.remove(beside);
+  return status;
+}
+
 }  // namespace
 
 FileStatus readBlocks(FileSystem& files, const std::string& path, const File::TakeBlock& take) {
@@ -50,17 +61,6 @@ FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest
   const FileStatus status =
       readBlocks(files, path, [&digester](std::string_view block, std::size_t) { digester.take(block); });
   digest = digester.digest();
-  return status;
-}
-
-FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill) {
-  const std::string beside = path + ".new";
-  const OpenedFile opened = files.create(beside);
-  if (!opened.status.ok()) return opened.status;
-  FileStatus status = fillFlushClose(*opened.file, fill);
-  if (status.ok()) status = files.replace(beside, path);
-  // What a failed removal or an exception leaves behind is emptied by the next write.
-  if (!status.ok()) files.remove(beside);
   return status;
 }
 

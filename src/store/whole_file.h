@@ -22,14 +22,10 @@ FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest
 using Fill = std::function<FileStatus(File& file)>;
 
 // Creates or replaces the file in one step: a new one is filled beside it as "<path>.new", reaches the disk,
-// and takes its place. On failure the file is as before and the one beside it is gone; an exception may leave
-// it.
-FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill);
-
-// The same, after `lost` (bytes of the file that the new ones do not stand for; null for none) has been put
-// aside in "<path>.unread-<n>" under the first free number, unless such a copy holds the same bytes already.
-// If the file cannot be replaced, a copy made here is removed again; after an exception the next attempt
-// finds it.
+// and takes its place. Before that, `lost` (bytes of the file that the new ones do not stand for; null for
+// none) is put aside in "<path>.unread-<n>" under the first free number, unless such a copy holds the same
+// bytes already. On failure the file is as before, the one beside it is gone, and so is a copy made here; an
+// exception may leave both, and the next attempt uses them.
 WriteResult replaceFile(FileSystem& files, const std::string& path, const Fill& fill,
                         const std::string* lost = nullptr);
 WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,

@@ -18,7 +18,8 @@ MISSING = -1
 PRIOR_STATES = (MISSING, 0, 10, 1000)  # messages in each folder
 STORES = ("pcInbox.dat", "pcSent.dat", "pcDraft.dat")
 DELETED = (7, 4, 1)  # what "delete" takes out of the inbox, in this order; nothing of an empty one
-# Once in some thousand starts Wine ends a program before it runs, with this and without a word.
+# Beside other work, one start in some thousand ends with this and without a word, before any change. Why is not
+# known; it is none of the program's own codes for what went wrong.
 NOT_STARTED = 1
 STARTS = 3
 CALLS = "!rt_sigprocmask,rt_sigreturn"  # what does nothing but hold signals back is left out
