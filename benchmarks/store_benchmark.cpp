@@ -16,7 +16,7 @@
 namespace {
 
 // What most machines have: a page whose texts are nearly all ASCII.
-class AsciiPage : public store::CodePage {
+class AsciiPage : public text::CodePage {
  public:
   std::optional<std::string> encode(std::string_view utf8) const override { return std::string(utf8); }
   std::string decode(std::string_view bytes) const override { return std::string(bytes); }

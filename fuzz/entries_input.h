@@ -10,6 +10,7 @@
 
 #include "fuzz/input.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 // What must hold for entries of any bytes.
 namespace fuzz {
@@ -57,7 +58,7 @@ inline void requireMessage(phonelink::MessageEntry entry) {
   require(narrow.find('\0') == narrow.npos && wide.find(u'\0') == wide.npos);
   require(entry.setNarrowText(narrow) && entry.narrowText() == narrow);
   require(entry.setWideText(wide) && entry.wideText() == wide);
-  requireUtf8(phonelink::utf8FromUtf16(wide));
+  requireUtf8(text::utf8FromUtf16(wide));
 }
 
 // The input as which kind it is, then one entry, or a text.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 // What the targets share.
 namespace fuzz {
@@ -17,7 +18,7 @@ inline void require(bool holds) {
 }
 
 inline void requireUtf8(const std::string& text) {
-  require(phonelink::utf8FromUtf16(phonelink::utf16FromUtf8(text)) == text);
+  require(text::utf8FromUtf16(text::utf16FromUtf8(text)) == text);
 }
 
 inline std::vector<std::string> split(std::string_view input, char separator) {

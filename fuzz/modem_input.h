@@ -16,6 +16,7 @@
 #include "handset/at/phonebook.h"
 #include "handset/at/submit.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 // What must hold for whatever a modem says. Each function takes one input and aborts where it does not hold.
 namespace handset::at::fuzz {
@@ -53,7 +54,7 @@ inline void pdus(std::string_view input) {
   }
   std::string expected;
   char before = 0;
-  for (const char c : phonelink::utf8FromUtf16(phonelink::utf16FromUtf8(text))) {
+  for (const char c : text::utf8FromUtf16(text::utf16FromUtf8(text))) {
     if (c != '\n' || before != '\r') expected += c == '\r' ? '\n' : c;
     before = c;
   }

@@ -16,6 +16,7 @@
 #include "phonelink/phone_link.h"
 #include "store/utf8.h"
 #include "support/fake_code_pages.h"
+#include "text/unicode.h"
 
 // What must hold for whatever a phone-link library answers.
 namespace fuzz {
@@ -81,12 +82,12 @@ inline void requireContacts(phonelink::PhoneLink& link) {
   require(contacts.size() <= 999 + phonelink::maxEntries);
   for (const phonelink::Contact& contact : contacts) {
     require(store::isValidUtf8(contact.name) && store::isValidUtf8(contact.number));
-    require(phonelink::utf16FromUtf8(contact.name).size() <= 20);
+    require(text::utf16FromUtf8(contact.name).size() <= 20);
   }
 }
 
 // A number and a text reach the library whole or not at all.
-inline void requireSending(phonelink::PhoneLink& link, bool wide, const store::CodePage& page) {
+inline void requireSending(phonelink::PhoneLink& link, bool wide, const text::CodePage& page) {
   Source source{hostile.content};
   const std::string number = store::repairedUtf8(source.textUpTo('\0'));
   const std::string text = store::repairedUtf8(source.textUpTo('\0'));
@@ -98,7 +99,7 @@ inline void requireSending(phonelink::PhoneLink& link, bool wide, const store::C
       phonelink::decodeMessage(std::as_bytes(std::span{hostile.sent}).first<phonelink::messageEntrySize>());
   require(page.decode(entry.phone) == number && number.size() <= 3 * phonelink::phoneCapacity);
   const bool crossedWide = hostile.wide && entry.coding == phonelink::codingUcs2;
-  require((crossedWide ? phonelink::utf8FromUtf16(entry.wideText()) : page.decode(entry.narrowText())) ==
+  require((crossedWide ? text::utf8FromUtf16(entry.wideText()) : page.decode(entry.narrowText())) ==
           text);
 }
 
@@ -124,7 +125,7 @@ inline void phoneLinks(std::string_view input) {
   static phonelink::PhoneLink latin1Link{latin1};
   static phonelink::PhoneLink doubleByteLink{doubleByte};
   const bool isDoubleByte = (ways & 2U) != 0;
-  const store::CodePage& page = isDoubleByte ? static_cast<const store::CodePage&>(doubleByte) : latin1;
+  const text::CodePage& page = isDoubleByte ? static_cast<const text::CodePage&>(doubleByte) : latin1;
   phonelink::PhoneLink& link = isDoubleByte ? doubleByteLink : latin1Link;
   constexpr unsigned largeBits = 0xF0;
   link.bind(hostilePoints((ways & largeBits) == largeBits));

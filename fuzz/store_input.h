@@ -43,7 +43,7 @@ inline void requireEqual(const store::FolderTable& left, const store::FolderTabl
   require(std::ranges::equal(left.records(), right.records()));
 }
 
-inline store::FolderTable tableIn(const support::MemoryFileSystem& files, const store::CodePage& page) {
+inline store::FolderTable tableIn(const support::MemoryFileSystem& files, const text::CodePage& page) {
   store::FolderTable table;
   store::readStore(files.bytes(storePath).value_or(""), storeSection, page, table);
   return table;
@@ -51,7 +51,7 @@ inline store::FolderTable tableIn(const support::MemoryFileSystem& files, const 
 
 // The former bytes are in the file still, in the same or in another encoding, or in a copy beside it.
 inline void requireKept(const support::MemoryFileSystem& files, const store::WriteResult& result,
-                        const std::string& former, const store::CodePage& page) {
+                        const std::string& former, const text::CodePage& page) {
   const std::string now = files.bytes(storePath).value_or("");
   if (now.starts_with(former)) return;
   if (!result.keptCopy.empty()) return require(files.bytes(result.keptCopy) == former);
@@ -60,7 +60,7 @@ inline void requireKept(const support::MemoryFileSystem& files, const store::Wri
 }
 
 // `expected` is what the bytes hold.
-inline void appendTo(const std::string& bytes, store::FolderTable expected, const store::CodePage& page,
+inline void appendTo(const std::string& bytes, store::FolderTable expected, const text::CodePage& page,
                      const store::SmsRecord& message, store::LineBreaks breaks) {
   support::MemoryFileSystem files;
   files.put(storePath, bytes);
@@ -75,7 +75,7 @@ inline void appendTo(const std::string& bytes, store::FolderTable expected, cons
 
 // `expected` is what the bytes hold; the file hands them on in pieces.
 inline void rewrite(const std::string& bytes, const store::FolderTable& expected,
-                    const store::CodePage& page) {
+                    const text::CodePage& page) {
   support::MemoryFileSystem files;
   files.put(storePath, bytes);
   store::StoreFile file{files, page, storePath, storeSection};
@@ -108,7 +108,7 @@ inline void stores(std::string_view input) {
 
   static const support::Latin1Page latin1;
   static const support::DoubleBytePage doubleByte;
-  const store::CodePage& page = (ways & 1U) != 0 ? static_cast<const store::CodePage&>(doubleByte) : latin1;
+  const text::CodePage& page = (ways & 1U) != 0 ? static_cast<const text::CodePage&>(doubleByte) : latin1;
 
   store::FolderTable table;
   store::readStore(bytes, storeSection, page, table);

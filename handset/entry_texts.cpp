@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset {
 namespace {
@@ -36,7 +37,7 @@ void append(std::vector<Piece>& pieces, const Piece& character, std::size_t capa
 
 bool holds(const CodePage& codePage, std::string_view text) {
   if (isPlain(text)) return true;
-  const std::u16string units = phonelink::utf16FromUtf8(text);
+  const std::u16string units = text::utf16FromUtf8(text);
   for (std::u16string_view rest = units; !rest.empty();)
     if (codePage.encode(takeCharacter(rest)).empty()) return false;
   return true;
@@ -44,7 +45,7 @@ bool holds(const CodePage& codePage, std::string_view text) {
 
 std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacity, const CodePage& codePage) {
   if (isPlain(text)) return plainPieces(text, capacity);
-  const std::u16string units = phonelink::utf16FromUtf8(text);
+  const std::u16string units = text::utf16FromUtf8(text);
   std::vector<std::string> pieces(1);
   for (std::u16string_view rest = units; !rest.empty();) {
     const std::u16string_view character = takeCharacter(rest);
@@ -57,7 +58,7 @@ std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacit
 }
 
 std::vector<std::u16string> widePieces(std::string_view text, std::size_t capacity) {
-  const std::u16string units = phonelink::utf16FromUtf8(text);
+  const std::u16string units = text::utf16FromUtf8(text);
   std::vector<std::u16string> pieces(1);
   for (std::u16string_view rest = units; !rest.empty();) {
     const std::u16string_view character = takeCharacter(rest);

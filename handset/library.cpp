@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "handset/entry_texts.h"
+#include "text/unicode.h"
 
 namespace handset {
 namespace {
@@ -129,7 +130,7 @@ int Library::send(phonelink::MessageBytes entry) {
   if (message.phone.empty() || message.phone.size() > phonelink::phoneCapacity) return notSent;
   const bool wide = unicode_ && message.coding == phonelink::codingUcs2;
   const std::u16string text = wide ? message.wideText() : codePage_->decode(message.narrowText());
-  return opened_->send(message.phone, phonelink::utf8FromUtf16(text)) ? sent : notSent;
+  return opened_->send(message.phone, text::utf8FromUtf16(text)) ? sent : notSent;
 }
 
 int Library::initPhonebook() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset {
 namespace {
@@ -92,7 +93,7 @@ void WindowsEnvironment::pause(int milliseconds) {
 }
 
 void WindowsEnvironment::report(const std::string& line) {
-  const std::u16string text = phonelink::utf16FromUtf8("handset.txt: " + line + "\n");
+  const std::u16string text = text::utf16FromUtf8("handset.txt: " + line + "\n");
   OutputDebugStringW(reinterpret_cast<const wchar_t*>(text.c_str()));
 }
 

@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -61,7 +62,7 @@ std::vector<Message> messagesOf(std::span<const StoredPdu> stored, const Places&
       unread = unread || stored[place].status == phonelink::statusReceivedUnread;
     }
     std::string text = textOf(parts);
-    if (phonelink::utf16FromUtf8(text).size() <= limit) {
+    if (text::utf16FromUtf8(text).size() <= limit) {
       messages.push_back(messageOf(stored[group.front()], std::move(text)));
       if (unread) messages.front().status = phonelink::statusReceivedUnread;
       return messages;

@@ -5,6 +5,7 @@
 #include "handset/at/octet_reader.h"
 #include "handset/at/pdu_fields.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -65,12 +66,12 @@ std::string withLineFeeds(const std::string& text) {
 std::string decoded(const UserData& data) {
   switch (data.coding) {
     case Coding::septets:
-      return phonelink::utf8FromUtf16(textFromSeptets(data.units));
+      return text::utf8FromUtf16(textFromSeptets(data.units));
     case Coding::ucs2: {
       std::u16string units;
       for (std::size_t i = 0; i + 1 < data.units.size(); i += 2)
         units += static_cast<char16_t>(data.units[i] * 256 + data.units[i + 1]);
-      return phonelink::utf8FromUtf16(units);
+      return text::utf8FromUtf16(units);
     }
     case Coding::octets:
       return "(8-bit data) " + hexFromOctets(data.units);

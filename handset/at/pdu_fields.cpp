@@ -5,6 +5,7 @@
 
 #include "handset/at/alphabet.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -61,7 +62,7 @@ std::string readAddress(OctetReader& reader) {
   constexpr unsigned international = 1;
   constexpr unsigned alphanumeric = 5;
   if (type == alphanumeric)
-    return phonelink::utf8FromUtf16(textFromSeptets(unpackSeptets(octets, digits * 4 / 7, 0)));
+    return text::utf8FromUtf16(textFromSeptets(unpackSeptets(octets, digits * 4 / 7, 0)));
   return (type == international && digits > 0 ? "+" : "") + digitsOf(octets, digits);
 }
 

@@ -6,6 +6,7 @@
 #include "handset/at/fields.h"
 #include "handset/at/hex.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -20,22 +21,22 @@ bool isDialled(char16_t unit) {
 
 // Bytes of a handset that does not keep to its character set: UTF-8 if they can be, else Latin-1.
 std::string foreignText(std::string_view bytes) {
-  const std::u16string units = phonelink::utf16FromUtf8(bytes);
+  const std::u16string units = text::utf16FromUtf8(bytes);
   if (units.find(u'\xFFFD') == units.npos) return std::string{bytes};
   std::u16string latin;
   for (const char byte : bytes) latin += static_cast<unsigned char>(byte);
-  return phonelink::utf8FromUtf16(latin);
+  return text::utf8FromUtf16(latin);
 }
 
 std::string nameOf(std::string_view raw, CharacterSet set) {
   const bool foreign = std::ranges::any_of(raw, [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
   if (set == CharacterSet::gsm && !foreign) {
     const Septets septets{raw.begin(), raw.end()};  // "@" is a NUL here
-    return phonelink::utf8FromUtf16(textFromSeptets(septets));
+    return text::utf8FromUtf16(textFromSeptets(septets));
   }
   raw = raw.substr(0, raw.find('\0'));
   if (const std::optional<std::u16string> units = unitsFromHex(raw); units && set == CharacterSet::ucs2)
-    return phonelink::utf8FromUtf16(units->substr(0, units->find(u'\0')));
+    return text::utf8FromUtf16(units->substr(0, units->find(u'\0')));
   return foreignText(raw);
 }
 
@@ -44,7 +45,7 @@ std::string numberIn(std::string_view raw, CharacterSet set, bool hexNumbers) {
   constexpr std::size_t shortestProof = 12;
   if (set == CharacterSet::ucs2 && (hexNumbers || raw.size() >= shortestProof)) {
     const std::optional<std::u16string> units = unitsFromHex(raw);
-    if (units && std::ranges::all_of(*units, isDialled)) return phonelink::utf8FromUtf16(*units);
+    if (units && std::ranges::all_of(*units, isDialled)) return text::utf8FromUtf16(*units);
   }
   std::string number;
   for (const char c : raw)

@@ -5,6 +5,7 @@
 #include "handset/at/alphabet.h"
 #include "handset/at/hex.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -130,7 +131,7 @@ std::optional<std::vector<SubmitPdu>> divided(std::string_view number, bool ucs2
 std::u16string unitsOf(std::string_view text) {
   std::u16string units;
   char16_t before = 0;
-  for (const char16_t unit : phonelink::utf16FromUtf8(text)) {
+  for (const char16_t unit : text::utf16FromUtf8(text)) {
     if (unit != u'\n' || before != u'\r') units += unit == u'\r' ? u'\n' : unit;
     before = unit;
   }

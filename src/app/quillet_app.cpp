@@ -1,6 +1,5 @@
 #include "app/quillet_app.h"
 
-#include <new>
 #include <utility>
 
 #include "app/about_dialog.h"
@@ -11,6 +10,7 @@
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
+#include "list/reports.h"
 #include "resources/resource_ids.h"
 #include "skin/settings.h"
 #include "skin/skin_state.h"
@@ -44,7 +44,6 @@ bool CQuilletApp::initInstance() {
     return false;
   }
   store::resetFolderState();
-  store::setStorePaths(store::folderState(), moduleDirectory_);
 
   // Windows needs no enabling of containers for controls, nor of a 3-D look, any more.
   loadResourceLibrary();
@@ -91,11 +90,11 @@ void CQuilletApp::readSkinFont() {
 
 bool CQuilletApp::connect() {
   if (!link_.isBound()) {
-    showMessage(loadString(IDS_NO_LIBRARY));
+    list::showMessage(loadString(IDS_NO_LIBRARY));
     return true;
   }
   if (link_.open(port_)) return true;
-  showMessage(loadString(IDS_NO_CONNECTION));
+  list::showMessage(loadString(IDS_NO_CONNECTION));
   return false;
 }
 
@@ -104,13 +103,7 @@ bool CQuilletApp::createFrame() {
                                 ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
   InitCommonControlsEx(&controls);
   const tree::LeftViewServices services{
-      link_,
-      *files_,
-      codePage_,
-      moduleDirectory_,
-      [this](const store::StoreFile& file, const store::ReadResult& result) { reportUnread(file, result); },
-      [this](const store::WriteResult& result, UINT failure) { reportWrite(result, failure); },
-      [this](const std::string& text) { frame()->statusBar().setMessage(text); },
+      link_, *files_, codePage_, moduleDirectory_, [this](const std::string& text) { showStatus(text); },
   };
   addDocTemplate(std::make_unique<framework::CSingleDocTemplate>(
       IDR_MAINFRAME, [] { return std::make_unique<CQuilletDoc>(); },
@@ -133,96 +126,51 @@ void CQuilletApp::detectPlatform() {
 
 void CQuilletApp::firstLoad() {
   store::FolderState& state = store::folderState();
-  const std::string texts[] = {loadString(IDS_MOBILE),        loadString(IDS_MOBILE_INBOX),
-                               loadString(IDS_MOBILE_OUTBOX), loadString(IDS_PC),
-                               loadString(IDS_PC_INBOX),      loadString(IDS_PC_SENT),
-                               loadString(IDS_PC_DRAFT)};
-  store::joinFolderPaths(state, {texts[0], texts[1], texts[2], texts[3], texts[4], texts[5], texts[6]});
+  store::joinFolderPaths(state, loadString);
   const framework::CWaitCursor wait;
   frame()->tree().findItems();
-  for (const store::Folder folder : store::allFolders) reload(folder);
+  for (const store::FolderRow& row : store::folderRows) reload(row.folder);
   state.selectedItem = state.items[store::position(store::Folder::MInbox)];
-  show(store::Folder::MInbox);
+  frame()->tree().showSelected();
   showSummary();
 }
 
 void CQuilletApp::onRefresh() {
   const framework::CWaitCursor wait;
-  notes_.clear();
-  if (phonelink::refreshAll(*this))
-    showSummary();
-  else
-    frame()->statusBar().setMessage(loadString(IDS_NO_CONNECTION));
+  tree::CLeftView& tree = frame()->tree();
+  frame()->list().empty();
+  for (const store::FolderRow& row : store::folderRows) tree.folders().clear(row.folder);
+  link_.close();
+  if (!connect()) {
+    // The labels keep their counts: the messages are still there.
+    showStatus(loadString(IDS_NOT_REFRESHED));
+    return;
+  }
+  for (const store::FolderRow& row : store::folderRows) reload(row.folder);
+  tree.showSelected();
+  showSummary();
 }
 
 void CQuilletApp::onNew() {
   dialogs::NewMessageDialog dialog(dialogs::ComposeServices{
-      link_, [this] { return reconnectForSending(); },
-      [this](store::Folder folder, const store::SmsRecord& message, store::LineBreaks breaks) {
-        return file(folder, message, breaks);
-      },
-      [this] { reloadFiled(); },
-      [this](const store::WriteResult& result) { return describe(result, IDS_CANNOT_WRITE); },
-      [this](const std::string& text) { frame()->statusBar().setMessage(text); }});
+      link_, frame()->tree().folders(), [this] { return reconnectForSending(); },
+      [this] { frame()->tree().reloadFiled(); }, [this](const std::string& text) { showStatus(text); }});
   dialog.doModal(frame()->handle());
 }
 
 bool CQuilletApp::reconnectForSending() {
-  closeHandset();
+  link_.close();
   if (connect()) return true;
-  emptyList();
-  freeTable(store::Folder::MInbox);
-  freeTable(store::Folder::MOutbox);
+  frame()->list().empty();
+  for (const store::Folder folder : {store::Folder::MInbox, store::Folder::MOutbox})
+    frame()->tree().folders().clear(folder);
   return false;
 }
 
-store::WriteResult CQuilletApp::file(store::Folder folder, const store::SmsRecord& message,
-                                     store::LineBreaks breaks) {
-  const store::WriteResult result = frame()->tree().file(folder, message, breaks);
-  try {
-    if (result.ok()) reportWrite(result, IDS_CANNOT_WRITE);
-  } catch (const std::bad_alloc&) {
-    framework::reportOutOfMemory();  // filed is filed
-  }
-  return result;
-}
-
-void CQuilletApp::reloadFiled() {
-  try {
-    readFiledAgain();
-  } catch (const std::bad_alloc&) {
-    framework::reportOutOfMemory();  // what has been filed must not be filed again for that
-  }
-}
-
-void CQuilletApp::readFiledAgain() {
-  notes_.clear();
-  const auto selected = selectedFolder();
-  for (const store::Folder folder : {store::Folder::PSent, store::Folder::PDraft}) {
-    freeTable(folder);
-    frame()->tree().reload(folder);
-    if (selected != folder) continue;
-    emptyList();
-    show(folder);
-  }
-  if (!notes_.empty()) frame()->statusBar().setMessage(notes_);
-}
-
-std::string CQuilletApp::describe(const store::WriteResult& result, UINT failure) const {
-  const bool notRead = result.outcome == store::WriteResult::Outcome::notRead;
-  return formatText(loadString(failure), {result.file, notRead ? loadString(IDS_NOT_READ_YET)
-                                                               : files_->describe(result.status.code)});
-}
-
-void CQuilletApp::reportWrite(const store::WriteResult& result, UINT failure) {
-  if (!result.keptCopy.empty()) showMessage(formatText(loadString(IDS_COPY_KEPT), {result.keptCopy}));
-  if (!result.ok()) showMessage(describe(result, failure));
-}
-
 void CQuilletApp::openReader(int slot) {
-  const auto folder = selectedFolder();
+  const auto folder = store::selectedFolder(store::folderState());
   if (!folder) return;
-  dialogs::ReaderDialog dialog(std::as_const(frame()->tree()).tables()[*folder].records(), slot);
+  dialogs::ReaderDialog dialog(frame()->tree().folders()[*folder].records(), slot);
   dialog.doModal(frame()->handle());
 }
 
@@ -230,49 +178,22 @@ void CQuilletApp::reload(store::Folder folder) {
   const store::FolderState& state = store::folderState();
   const std::size_t place = store::position(folder);
   // The handset may take a while. A store is read before anybody could read that it is.
-  if (store::isOnHandset(folder))
-    frame()->statusBar().setMessage(formatText(loadString(IDS_READING), {state.folderPaths[place]}));
+  if (!store::isOnPc(folder)) showStatus(formatText(loadString(IDS_READING), {state.folderPaths[place]}));
   if (state.windows98Mode)
     frame()->tree().refreshCount(state.folderPaths[place]);
   else
     frame()->tree().refreshCount(state.items[place]);
 }
 
-void CQuilletApp::emptyList() {
-  frame()->list().cancelDrag();
-  frame()->list().deleteAllItems();
-}
-
-std::optional<store::Folder> CQuilletApp::selectedFolder() const {
-  return store::selectedFolder(store::folderState());
-}
-
-void CQuilletApp::reportUnread(const store::StoreFile& file, const store::ReadResult& result) {
-  if (result.ok()) {
-    const std::string name = file.path().substr(moduleDirectory_.size());
-    notes_ += formatText(loadString(IDS_PARTLY_READ), {name}) + " ";
-    return;
-  }
-  showMessage(formatText(loadString(IDS_CANNOT_READ), {file.path(), files_->describe(result.status.code)}),
-              MB_ICONWARNING);
-}
-
 void CQuilletApp::showSummary() {
   std::string summary;
-  for (const store::Folder folder : store::allFolders) {
+  for (const store::FolderRow& row : store::folderRows) {
     if (!summary.empty()) summary += ", ";
-    summary +=
-        formatText(loadString(IDS_READ_COUNTS), {store::folderState().folderPaths[store::position(folder)],
-                                                 std::to_string(frame()->tree().tables()[folder].size())});
+    summary += formatText(loadString(IDS_READ_COUNTS),
+                          {store::folderState().folderPaths[store::position(row.folder)],
+                           std::to_string(frame()->tree().folders()[row.folder].size())});
   }
-  frame()->statusBar().setMessage(notes_ + summary);
-}
-
-// The box has no owner; without MB_TASKMODAL the window would take commands behind it.
-// It holds back every window, a dialog before the frame too, where Send would send once more.
-int CQuilletApp::showMessage(const std::string& text, UINT icon) const {
-  return MessageBoxW(nullptr, toWide(text).c_str(), toWide(loadString(IDS_TITLE)).c_str(),
-                     MB_OK | MB_TASKMODAL | icon);
+  frame()->tree().showResult(summary);
 }
 
 void CQuilletApp::onAbout() {

@@ -1,23 +1,21 @@
 #include "dialogs/message_counter.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "text/unicode.h"
 
 namespace dialogs {
 namespace {
 
-bool isHigh(char16_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-bool isLow(char16_t unit) {
-  return unit >= 0xDC00 && unit < 0xE000;
-}
-
 std::u16string withoutHalves(std::u16string_view text) {
   std::u16string whole;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const bool pair = isHigh(text[i]) && i + 1 < text.size() && isLow(text[i + 1]);
-    if (pair) whole += text[i++];
-    if (pair || (!isHigh(text[i]) && !isLow(text[i]))) whole += text[i];
+  while (!text.empty()) {
+    const std::u16string_view character = text::firstCharacter(text);
+    const bool half =
+        character.size() == 1 && (text::isHighSurrogate(character[0]) || text::isLowSurrogate(character[0]));
+    if (!half) whole += character;
+    text.remove_prefix(character.size());
   }
   return whole;
 }
@@ -26,13 +24,11 @@ std::u16string withoutHalves(std::u16string_view text) {
 
 MessageCount countMessage(std::u16string_view text) {
   MessageCount count;
-  count.cut = withoutHalves(text);
-  count.needsUcs2 = std::any_of(count.cut.begin(), count.cut.end(), [](char16_t unit) { return unit > 127; });
-  if (count.needsUcs2 && count.cut.size() > wideLimit)
-    count.cut.resize(isHigh(count.cut[wideLimit - 1]) ? wideLimit - 1 : wideLimit);
-  count.charCount = count.cut.size();
-  count.isCut = count.cut.size() < text.size();
-  if (!count.isCut) count.cut.clear();
+  std::u16string left = withoutHalves(text);
+  count.needsUcs2 = std::ranges::any_of(left, [](char16_t unit) { return unit > 127; });
+  if (count.needsUcs2) left.resize(text::fitting(left, wideLimit).size());
+  count.charCount = left.size();
+  if (left.size() < text.size()) count.cut = std::move(left);
   return count;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,10 +12,9 @@ inline constexpr std::size_t plainLimit = 160;  // characters of the default alp
 inline constexpr std::size_t wideLimit = 70;    // 16-bit characters
 
 struct MessageCount {
-  bool needsUcs2 = false;     // some character is beyond ASCII
-  std::size_t charCount = 0;  // characters; 16-bit ones when needsUcs2
-  bool isCut = false;
-  std::u16string cut;  // what is left of the text, when isCut
+  bool needsUcs2 = false;             // some character is beyond ASCII
+  std::size_t charCount = 0;          // characters; 16-bit ones when needsUcs2
+  std::optional<std::u16string> cut;  // what is left of the text, when something had to go
 };
 
 // Counts a text as the field holds it, line ends as the two characters they are. A text that needs 16-bit

@@ -10,10 +10,11 @@
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
-#include "phonelink/entry_layouts.h"
+#include "list/reports.h"
 #include "resources/resource_ids.h"
 #include "skin/save_question_dialog.h"
 #include "store/time_stamp.h"
+#include "text/unicode.h"
 
 namespace dialogs {
 namespace {
@@ -50,7 +51,7 @@ const framework::MessageMap* NewMessageDialog::messageMap() const {
       framework::onControl<&NewMessageDialog::onContentChanged>(EN_CHANGE, IDC_MESSAGE_CONTENT),
       framework::onControl<&NewMessageDialog::onContact>(BN_CLICKED, IDC_CONTACT),
       framework::onControl<&NewMessageDialog::onSend>(BN_CLICKED, IDC_SEND),
-      framework::onControl<&NewMessageDialog::onCancelButton>(BN_CLICKED, IDC_MESSAGE_CANCEL),
+      framework::onControl<&NewMessageDialog::onCancel>(BN_CLICKED, IDC_MESSAGE_CANCEL),
   };
   static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
   return &map;
@@ -77,43 +78,27 @@ bool NewMessageDialog::onInitDialog() {
 void NewMessageDialog::onContentChanged() {
   const MessageCount count = countMessage(typedText(item(IDC_MESSAGE_CONTENT)));
   needsUcs2_ = count.needsUcs2;
-  if (count.isCut) {
+  if (count.cut) {
     const HWND field = item(IDC_MESSAGE_CONTENT);
     DWORD caret = 0;
     SendMessageW(field, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
-    setItemText(IDC_MESSAGE_CONTENT, phonelink::utf8FromUtf16(count.cut));
-    const auto place = std::min<std::size_t>(caret, count.cut.size());
+    setItemText(IDC_MESSAGE_CONTENT, text::utf8FromUtf16(*count.cut));
+    const auto place = std::min<std::size_t>(caret, count.cut->size());
     SendMessageW(field, EM_SETSEL, place, static_cast<LPARAM>(place));
   }
   if (!needsUcs2_) SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
   setItemText(IDC_COUNTER, counterText(count));
 }
 
-OutgoingSteps NewMessageDialog::steps() const {
-  const auto progress = [this](UINT pattern, std::size_t index, std::size_t total,
-                               const std::string& number) {
-    try {
-      services_.showStatus(
-          formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
-    } catch (const std::bad_alloc&) {
-      // Nobody misses it who still gets the message sent.
-    }
-  };
-  OutgoingSteps steps;
-  steps.send = [this](const std::string& number, const std::string& text) {
-    return services_.link.send(number, text, needsUcs2_);
-  };
-  steps.file = [this](store::Folder folder, const store::SmsRecord& message) {
-    return services_.file(folder, message, lineBreaksFor(folder));
-  };
-  steps.now = [] { return store::timeStamp(framework::localTime()); };
-  steps.sending = [progress](std::size_t index, std::size_t total, const std::string& number) {
-    progress(IDS_SENDING, index, total, number);
-  };
-  steps.done = [progress](std::size_t index, std::size_t total, const std::string& number, bool sent) {
-    progress(sent ? IDS_SENT_TO : IDS_NOT_SENT_TO, index, total, number);
-  };
-  return steps;
+void NewMessageDialog::showProgress(Outgoing::Step step, std::size_t index, std::size_t total,
+                                    const std::string& number) const try {
+  const UINT pattern = step == Outgoing::Step::sending ? IDS_SENDING
+                       : step == Outgoing::Step::sent  ? IDS_SENT_TO
+                                                       : IDS_NOT_SENT_TO;
+  services_.showStatus(
+      formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
+} catch (const std::bad_alloc&) {
+  // Nobody misses it who still gets the message sent.
 }
 
 void NewMessageDialog::onSend() {
@@ -121,7 +106,7 @@ void NewMessageDialog::onSend() {
   if (!result_.unfiled.empty()) {
     // Everything has been sent that could be; only the filing is to be tried again.
     const std::size_t before = result_.unfiled.size();
-    const store::WriteResult problem = fileAgain(result_.unfiled, steps());
+    const store::WriteResult problem = fileAgain(result_.unfiled, services_.folders);
     finishSending(problem, result_.unfiled.size() < before);
     return;
   }
@@ -136,7 +121,10 @@ void NewMessageDialog::onSend() {
     showMessage(loadString(IDS_NO_RECEIVER));
     return;
   }
-  result_ = sendToAll(splitRecipients(receivers), text, steps());
+  const Outgoing outgoing{services_.link, services_.folders,
+                          [] { return store::timeStamp(framework::localTime()); },
+                          [this](auto... progress) { showProgress(progress...); }};
+  result_ = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoing);
   finishSending(result_.problem, result_.filed > 0);
 }
 
@@ -144,7 +132,7 @@ void NewMessageDialog::finishSending(const store::WriteResult& problem, bool any
   if (anyFiled) services_.reloadFiled();
   holdForFiling(!result_.unfiled.empty());
   if (!result_.unfiled.empty()) {
-    showMessage(services_.describe(problem));
+    showMessage(list::describe(problem, IDS_CANNOT_WRITE));
     return;
   }
   try {
@@ -186,10 +174,10 @@ void NewMessageDialog::onCancel() {
   skin::SaveQuestionDialog question;
   if (question.doModal(handle()) != IDCANCEL) {
     const store::WriteResult problem =
-        result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, steps());
+        result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, services_.folders);
     services_.reloadFiled();
     if (!problem.ok()) {
-      showMessage(services_.describe(problem));
+      showMessage(list::describe(problem, IDS_CANNOT_WRITE));
       return;
     }
   }
@@ -201,7 +189,7 @@ store::WriteResult NewMessageDialog::saveDraft(const std::string& text) const {
   draft.Content = text;
   draft.Phone = composeState().recipients;
   draft.Time = store::timeStamp(framework::localTime());
-  return services_.file(store::Folder::PDraft, draft, lineBreaksFor(store::Folder::PDraft));
+  return services_.folders.append(store::Folder::PDraft, draft);
 }
 
 int NewMessageDialog::showMessage(const std::string& text) const {

@@ -26,9 +26,9 @@ class NewMessageDialog : public skin::CSkinDialog {
   void onContentChanged();
   void onSend();
   void onContact();
-  void onCancelButton() { onCancel(); }
 
-  OutgoingSteps steps() const;
+  void showProgress(Outgoing::Step step, std::size_t index, std::size_t total,
+                    const std::string& number) const;
   // Ends the dialog when everything is filed, else tells why not and keeps it open.
   void finishSending(const store::WriteResult& problem, bool anyFiled);
   void holdForFiling(bool hold);

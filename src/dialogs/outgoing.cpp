@@ -1,16 +1,12 @@
 #include "dialogs/outgoing.h"
 
-#include <cstdint>
 #include <new>
 #include <utility>
 
 #include "dialogs/recipients.h"
 
 namespace dialogs {
-
 namespace {
-
-constexpr std::uint32_t notEnoughMemory = 8;  // the system's code for it
 
 // What a step answers, or `otherwise` when memory did not last for it.
 template <class Step, class Answer>
@@ -22,36 +18,30 @@ Answer attempt(Step step, Answer otherwise) {
   }
 }
 
-store::WriteResult file(const Filing& filing, const OutgoingSteps& steps) {
-  return attempt(
-      [&] { return steps.file(filing.folder, filing.message); },
-      store::failure({store::FileOutcome::failed, store::FileOperation::write, notEnoughMemory}, {}));
-}
-
 }  // namespace
 
-OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text,
-                         const OutgoingSteps& steps) {
+OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
+                         const Outgoing& outgoing) {
   OutgoingResult result;
   result.total = numbers.size();
   // What is to be filed is ready before anything leaves: a message that was sent is never forgotten.
   std::vector<Filing> filings(numbers.size());
   for (std::size_t i = 0; i < numbers.size(); ++i)
-    filings[i].message = {.Content = text, .Time = steps.now(), .Phone = numbers[i]};
+    filings[i].message = {.Content = text, .Time = outgoing.now(), .Phone = numbers[i]};
   result.unfiled.reserve(numbers.size());
 
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     const std::string& number = numbers[i];
     if (!hasDigit(number)) continue;
-    steps.sending(i, numbers.size(), number);
-    const bool sent = attempt([&] { return steps.send(number, text); }, false);
-    steps.done(i, numbers.size(), number, sent);
+    outgoing.progress(Outgoing::Step::sending, i, numbers.size(), number);
+    const bool sent = attempt([&] { return outgoing.link.send(number, text, wide); }, false);
+    outgoing.progress(sent ? Outgoing::Step::sent : Outgoing::Step::notSent, i, numbers.size(), number);
     if (sent) ++result.sent;
 
     Filing& filing = filings[i];
     filing.folder = sent ? store::Folder::PSent : store::Folder::PDraft;
-    filing.message.Time = attempt(steps.now, std::move(filing.message.Time));
-    store::WriteResult written = file(filing, steps);
+    filing.message.Time = attempt(outgoing.now, std::move(filing.message.Time));
+    store::WriteResult written = outgoing.folders.append(filing.folder, filing.message);
     if (written.ok()) {
       ++result.filed;
       continue;
@@ -62,10 +52,10 @@ OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string
   return result;
 }
 
-store::WriteResult fileAgain(std::vector<Filing>& unfiled, const OutgoingSteps& steps) {
+store::WriteResult fileAgain(std::vector<Filing>& unfiled, store::Folders& folders) {
   store::WriteResult problem;
   std::erase_if(unfiled, [&](const Filing& filing) {
-    store::WriteResult written = file(filing, steps);
+    store::WriteResult written = folders.append(filing.folder, filing.message);
     if (!written.ok() && problem.ok()) problem = std::move(written);
     return written.ok();
   });

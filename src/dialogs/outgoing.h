@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "store/folder.h"
+#include "phonelink/phone_link.h"
+#include "store/folders.h"
 #include "store/sms_record.h"
-#include "store/store_format.h"
 #include "store/write_result.h"
 
 // Sending one text to several numbers and filing what became of it.
@@ -20,20 +20,15 @@ struct Filing {
   store::SmsRecord message;
 };
 
-// The way a folder's file cleans the line breaks of what is filed there.
-constexpr store::LineBreaks lineBreaksFor(store::Folder folder) {
-  return folder == store::Folder::PSent ? store::LineBreaks::sent : store::LineBreaks::stored;
-}
-
-struct OutgoingSteps {
-  // False when the handset did not take the message. An exception comes before it could have.
-  std::function<bool(const std::string& number, const std::string& text)> send;
-  // After an exception the message has not been filed.
-  std::function<store::WriteResult(store::Folder folder, const store::SmsRecord& message)> file;
+// What sending works with.
+struct Outgoing {
+  phonelink::PhoneLink& link;
+  store::Folders& folders;
   std::function<std::string()> now;  // the time text of a message filed now
+
+  enum class Step { sending, sent, notSent };
   // Before each number (number `index` of `total`, from 0) and after it; must not throw.
-  std::function<void(std::size_t index, std::size_t total, const std::string& number)> sending;
-  std::function<void(std::size_t index, std::size_t total, const std::string& number, bool sent)> done;
+  std::function<void(Step step, std::size_t index, std::size_t total, const std::string& number)> progress;
 };
 
 struct OutgoingResult {
@@ -44,14 +39,14 @@ struct OutgoingResult {
   store::WriteResult problem{};  // why the first of them is not
 };
 
-// Sends the text to every number in order. A number without a digit is skipped. What was sent is filed in
-// PSent, what could not be sent in PDraft. An exception comes before the first is sent; lack of memory behind
-// that counts as a failure of the step.
-OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text,
-                         const OutgoingSteps& steps);
+// Sends the text to every number in order, as 16-bit characters when it is wide. A number without a digit is
+// skipped. What was sent is filed in PSent, what could not be sent in PDraft. An exception comes before the
+// first is sent; lack of memory behind that counts as a failure of the step.
+OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
+                         const Outgoing& outgoing);
 
 // Tries again to file what could not be filed; what still cannot stays in the list. The first problem, or a
 // result that is ok.
-store::WriteResult fileAgain(std::vector<Filing>& unfiled, const OutgoingSteps& steps);
+store::WriteResult fileAgain(std::vector<Filing>& unfiled, store::Folders& folders);
 
 }  // namespace dialogs

@@ -18,21 +18,6 @@ void CListView::insertColumn(int column, std::string_view heading, int alignment
   ListView_InsertColumn(handle(), column, &insert);
 }
 
-int CListView::insertItem(int row, std::string_view text, LPARAM data) {
-  std::wstring wide = toWide(text);
-  LVITEMW item{};
-  item.mask = LVIF_TEXT | LVIF_PARAM;
-  item.iItem = row;
-  item.pszText = wide.data();
-  item.lParam = data;
-  return ListView_InsertItem(handle(), &item);
-}
-
-void CListView::setItemText(int row, int column, std::string_view text) {
-  std::wstring wide = toWide(text);
-  ListView_SetItemText(handle(), row, column, wide.data());
-}
-
 std::string listItemText(HWND list, int row, int column) {
   std::wstring text(256, L'\0');
   for (;;) {
@@ -45,21 +30,6 @@ std::string listItemText(HWND list, int row, int column) {
     if (length + 1 < text.size()) return toUtf8({text.data(), length});
     text.resize(4 * text.size());  // the list says how much it copied, not how much there is
   }
-}
-
-LPARAM CListView::itemData(int row) const {
-  LVITEMW item{};
-  item.mask = LVIF_PARAM;
-  item.iItem = row;
-  return ListView_GetItem(handle(), &item) ? item.lParam : 0;
-}
-
-void CListView::setItemData(int row, LPARAM data) {
-  LVITEMW item{};
-  item.mask = LVIF_PARAM;
-  item.iItem = row;
-  item.lParam = data;
-  ListView_SetItem(handle(), &item);
 }
 
 }  // namespace framework

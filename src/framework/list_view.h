@@ -20,11 +20,6 @@ class CListView : public CView {
   void insertColumn(int column, std::string_view heading, int alignment, int width, int subItem);
   void deleteColumn(int column) { ListView_DeleteColumn(handle(), column); }
   void setColumnWidth(int column, int width) { ListView_SetColumnWidth(handle(), column, width); }
-  int insertItem(int row, std::string_view text, LPARAM data);
-  void setItemText(int row, int column, std::string_view text);
-  std::string itemText(int row, int column) const { return listItemText(handle(), row, column); }
-  LPARAM itemData(int row) const;
-  void setItemData(int row, LPARAM data);
   void deleteItem(int row) { ListView_DeleteItem(handle(), row); }
   void deleteAllItems() { ListView_DeleteAllItems(handle()); }
   int itemCount() const { return ListView_GetItemCount(handle()); }

@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "store/folder.h"
-
 // What the list's columns are like for a folder and a pane width.
 namespace list {
 
@@ -18,16 +16,6 @@ inline constexpr int timeWidth = 100;   // of a time column that is shown again
 // Half the pane for the content, a quarter each for phone and time; whole pixels.
 constexpr std::array<int, columnCount> columnWidths(int paneWidth) {
   return {paneWidth / 2, paneWidth / 4, paneWidth / 4};
-}
-
-// Received messages name their sender, all others their receiver.
-constexpr bool namesSender(store::Folder folder) {
-  return folder == store::Folder::MInbox || folder == store::Folder::PInbox;
-}
-
-// What the handset lists as outgoing carries no time worth showing.
-constexpr bool showsTime(store::Folder folder) {
-  return folder != store::Folder::MOutbox;
 }
 
 }  // namespace list

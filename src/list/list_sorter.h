@@ -1,35 +1,28 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "framework/list_view.h"
-#include "list/sort_keys.h"
-
 namespace list {
 
-// Sorts the rows of a list by the texts of one column. While it lives, the rows' item data are its keys;
-// afterwards each row has its own again.
+// Sorts the rows of a list, given as the slots of their records, by the texts of one column.
 class ListSorter {
  public:
-  ListSorter(framework::CListView& list, int column, std::string_view kind);
-  ~ListSorter();
-  ListSorter(const ListSorter&) = delete;
-  ListSorter& operator=(const ListSorter&) = delete;
+  // SortKind: the process-wide one, which becomes `kind`.
+  ListSorter(std::string& SortKind, std::string_view kind);
 
-  // Ascending; a second sorting by the same column changes nothing.
-  void sort();
+  // Ascending; equal rows come in the order of their slots. textOf answers a slot's text in the column,
+  // orderKey bytes that lie in the order of the texts in any letter case.
+  std::vector<std::size_t> sorted(std::span<const std::size_t> slots,
+                                  const std::function<std::string(std::size_t slot)>& textOf,
+                                  const std::function<std::string(const std::string& text)>& orderKey);
 
  private:
-  template <class Key>
-  void lendKeys(std::vector<Key>& keys);
-  template <class Key>
-  void sortBy();
-
-  framework::CListView& list_;
-  std::vector<TextSortKey> texts_;
-  std::vector<DateSortKey> dates_;
-  std::vector<NumberSortKey> numbers_;
+  std::string& sortKind_;
 };
 
 }  // namespace list

@@ -1,9 +1,11 @@
 #include "list/quillet_view.h"
 
+#include <numeric>
+
 #include "framework/resources.h"
+#include "framework/text.h"
 #include "list/columns.h"
 #include "resources/resource_ids.h"
-#include "store/folder_state.h"
 #include "store/time_stamp.h"
 
 namespace list {
@@ -12,24 +14,19 @@ namespace {
 constexpr COLORREF ground = RGB(212, 222, 234);
 constexpr COLORREF ink = RGB(11, 79, 149);
 
-// Messages are deleted on the PC only: what the handset holds is left to the handset.
-bool deletesInSelectedFolder() {
-  const auto folder = store::selectedFolder(store::folderState());
-  return folder && store::isOnPc(*folder);
-}
-
 }  // namespace
 
 const framework::MessageMap* CQuilletView::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onSize<&CQuilletView::onSized>(),
+      framework::onReflected<&CQuilletView::onGetDispInfo, NMLVDISPINFOW>(LVN_GETDISPINFOW),
+      framework::onReflected<&CQuilletView::onFindItem, NMLVFINDITEMW>(LVN_ODFINDITEMW),
       framework::onReflected<&CQuilletView::onColumnClick, NMLISTVIEW>(LVN_COLUMNCLICK),
       framework::onReflected<&CQuilletView::onBeginDrag, NMLISTVIEW>(LVN_BEGINDRAG),
       framework::onMouse<&CQuilletView::onMouseMove>(WM_MOUSEMOVE),
       framework::onMouse<&CQuilletView::onLButtonUp>(WM_LBUTTONUP),
       framework::onKey<&CQuilletView::onKeyDown>(WM_KEYDOWN),
       framework::onRaw<&CQuilletView::onCaptureChanged>(WM_CAPTURECHANGED),
-      framework::onReflected<&CQuilletView::onClick>(static_cast<UINT>(NM_CLICK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_DBLCLK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_RETURN)),
   };
@@ -37,20 +34,9 @@ const framework::MessageMap* CQuilletView::messageMap() const {
   return &map;
 }
 
-const framework::CommandMap* CQuilletView::commandMap() const {
-  static constexpr framework::CommandEntry entries[] = {
-      framework::command<&CQuilletView::onSave, &CQuilletView::canSave>(ID_SAVE),
-      framework::command<&CQuilletView::onDelete, &CQuilletView::canDelete>(ID_DELETE),
-      framework::command<&CQuilletView::onDeleteAll, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
-      framework::command<&CQuilletView::onSelectAll, &CQuilletView::canSelectAll>(ID_SELECT_ALL),
-  };
-  static const framework::CommandMap map{entries, CListView::commandMap()};
-  return &map;
-}
-
 void CQuilletView::preCreateWindow(CREATESTRUCTW& c) {
   CListView::preCreateWindow(c);
-  c.style |= LVS_REPORT | LVS_SHOWSELALWAYS;
+  c.style |= LVS_REPORT | LVS_SHOWSELALWAYS | LVS_OWNERDATA;
 }
 
 void CQuilletView::onInitialUpdate() {
@@ -64,17 +50,67 @@ void CQuilletView::onInitialUpdate() {
   insertColumn(timeColumn, framework::loadString(IDS_TIME), LVCFMT_RIGHT, time, timeColumn);
 }
 
-void CQuilletView::showRecords(std::span<const store::SmsRecord> records) {
-  const int first = itemCount();
+void CQuilletView::show(store::Folder folder) {
   const framework::CRedrawLock lock(*this);
-  ListView_SetItemCountEx(handle(), first + static_cast<int>(records.size()), LVSICF_NOSCROLL);
-  for (std::size_t slot = 0; slot < records.size(); ++slot) {
-    const store::SmsRecord& record = records[slot];
-    const int row = insertItem(first + static_cast<int>(slot), record.Content, static_cast<LPARAM>(slot));
-    if (row < 0) break;
-    setItemText(row, phoneColumn, record.Phone);
-    setItemText(row, timeColumn, store::displayTime(record.Time));
+  empty();
+  order_.resize((*folders_)[folder].size());
+  std::iota(order_.begin(), order_.end(), std::size_t{0});
+  shown_ = folder;
+  ListView_SetItemCountEx(handle(), static_cast<int>(order_.size()), LVSICF_NOSCROLL);
+}
+
+void CQuilletView::empty() {
+  endDrag();
+  order_.clear();
+  shown_.reset();
+  deleteAllItems();
+}
+
+void CQuilletView::removeRows(const std::vector<std::size_t>& slots) {
+  const framework::CRedrawLock lock(*this);
+  for (const std::size_t slot : slots) removeRow(slot);
+}
+
+// Takes no memory, so that no row can come to stand for another message.
+void CQuilletView::removeRow(std::size_t slot) {
+  order_.pop_back();
+  deleteItem(static_cast<int>(slot));
+}
+
+std::string CQuilletView::slotText(std::size_t slot, int column) const {
+  if (!shown_ || slot >= (*folders_)[*shown_].size()) return {};
+  const store::SmsRecord& record = (*folders_)[*shown_][slot];
+  if (column == contentColumn) return record.Content;
+  return column == phoneColumn ? record.Phone : store::displayTime(record.Time);
+}
+
+std::string CQuilletView::cellText(int row, int column) const {
+  const auto place = static_cast<std::size_t>(row);
+  return row >= 0 && place < order_.size() ? slotText(order_[place], column) : std::string();
+}
+
+LRESULT CQuilletView::onGetDispInfo(NMLVDISPINFOW& asked) {
+  LVITEMW& item = asked.item;
+  if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return 0;
+  const std::wstring text = framework::toWide(cellText(item.iItem, item.iSubItem));
+  item.pszText[text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
+  return 0;
+}
+
+// Type-ahead: the next row, from the start again behind the last, whose content begins with what was typed.
+LRESULT CQuilletView::onFindItem(NMLVFINDITEMW& sought) {
+  if (!(sought.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || order_.empty()) return -1;
+  const std::wstring_view wanted = sought.lvfi.psz;
+  const int count = static_cast<int>(order_.size());
+  const int start = sought.iStart >= 0 && sought.iStart < count ? sought.iStart : 0;
+  for (int i = 0; i < count; ++i) {
+    const int row = (start + i) % count;
+    const std::wstring text = framework::toWide(cellText(row, contentColumn)).substr(0, wanted.size());
+    if (CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, text.data(), static_cast<int>(text.size()),
+                       wanted.data(), static_cast<int>(wanted.size())) == CSTR_EQUAL)
+      return row;
   }
+  return -1;
 }
 
 void CQuilletView::setPhoneHeading(std::string_view heading) {
@@ -85,24 +121,6 @@ void CQuilletView::setPhoneHeading(std::string_view heading) {
 
 void CQuilletView::setTimeColumnShown(bool shown) {
   setColumnWidth(timeColumn, shown ? timeWidth : 0);
-}
-
-bool CQuilletView::canDelete() const {
-  return selectedCount() > 0 && deletesInSelectedFolder();
-}
-
-bool CQuilletView::canDeleteAll() const {
-  return itemCount() > 0 && deletesInSelectedFolder();
-}
-
-LRESULT CQuilletView::onClick(NMHDR&) {
-  return 0;
-}
-
-LRESULT CQuilletView::onOpen(NMHDR&) {
-  const int row = nextSelected(-1);
-  if (row >= 0 && open_) open_(static_cast<int>(itemData(row)));
-  return 0;
 }
 
 void CQuilletView::layOutColumns(int paneWidth) {

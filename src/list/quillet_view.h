@@ -1,43 +1,42 @@
 #pragma once
 
 #include <functional>
-#include <span>
-#include <utility>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "framework/list_view.h"
-#include "list/drop_target.h"
-#include "list/folder_records.h"
-#include "store/sms_record.h"
+#include "list/folder_pane.h"
+#include "store/folders.h"
 
 namespace list {
 
-// The right pane: the messages of the selected folder, one row a record, and the commands on the selection.
-// It only shows; the records belong to the tree. Owned by the frame's splitter.
+// The right pane: the messages of the selected folder, and the commands on the selection. A virtual list: it
+// holds the order of its rows as slots of the shown table and answers from the table what Windows asks for.
+// In a PC folder row i is slot i. Owned by the frame's splitter.
 class CQuilletView : public framework::CListView {
  public:
+  // The owner of the folders; both outlive the view's window.
+  void connect(store::Folders& folders, FolderPane& pane) {
+    folders_ = &folders;
+    pane_ = &pane;
+  }
+  // What opens a message for reading; given the slot of the message's record.
+  void setOpenHandler(std::function<void(int slot)> open) { open_ = std::move(open); }
+
+  // The rows become the folder's records in slot order, none of them selected.
+  void show(store::Folder folder);
+  // No rows, and no folder. For whoever is about to change a table other than by a command of the list.
+  void empty();
+
   // The slots of the selected rows' records, the last row's first.
   std::vector<std::size_t> selectedSlots() const;
-  // Takes the rows of these records away; the others keep their places.
-  void removeRows(std::span<const std::size_t> slots);
-
-  // Adds a row for every record, in order, behind the rows that there are. A row's item data is the slot of
-  // its record.
-  void showRecords(std::span<const store::SmsRecord> records);
-
-  // The owner of the folders and the place to drop rows on; both outlive the view's window.
-  void connect(FolderRecords& records, DropTarget& dropTarget) {
-    records_ = &records;
-    dropTarget_ = &dropTarget;
-  }
+  // The records in those slots of the shown PC folder, highest slot first, are gone from its table.
+  void removeRows(const std::vector<std::size_t>& slots);
 
   // Ends a drag of rows without a drop; for whoever changes what the list shows.
   void cancelDrag() { endDrag(); }
 
-  // What opens a message for reading; given the slot of the message's record.
-  void setOpenHandler(std::function<void(int slot)> open) { open_ = std::move(open); }
-
-  // Gives the phone column a new heading; the rows' texts in that column go with the old one.
   void setPhoneHeading(std::string_view heading);
   void setTimeColumnShown(bool shown);
 
@@ -49,17 +48,23 @@ class CQuilletView : public framework::CListView {
   const framework::CommandMap* commandMap() const override;
 
  private:
+  void removeRow(std::size_t slot);
+  // What the cell shows, UTF-8; empty for a row that is not there.
+  std::string cellText(int row, int column) const;
+  std::string slotText(std::size_t slot, int column) const;
+  LRESULT onGetDispInfo(NMLVDISPINFOW& asked);
+  LRESULT onFindItem(NMLVFINDITEMW& sought);
+
   void onSave();
   void onDelete();
   void onDeleteAll();
   void onSelectAll();
   bool canSelectAll() const { return itemCount() > 0; }
   bool canSave() const { return selectedCount() > 0; }
-  bool canDelete() const;
-  bool canDeleteAll() const;
+  bool canDelete() const { return selectedCount() > 0 && shownPcFolder(); }
+  bool canDeleteAll() const { return itemCount() > 0 && shownPcFolder(); }
   LRESULT onColumnClick(NMLISTVIEW& click);
   LRESULT onOpen(NMHDR& header);
-  LRESULT onClick(NMHDR& header);
   void layOutColumns(int paneWidth);
   void onSized(int width, int height);
 
@@ -70,18 +75,24 @@ class CQuilletView : public framework::CListView {
   void onCaptureChanged(WPARAM, LPARAM taker);
   void endDrag();
 
-  // Writes the order of the rows into the PC folder that they show.
-  void keepOrder();
-  void numberRows();
-  // Makes the rows those of the folder's records.
-  void showAnew(store::Folder folder);
+  // The folder that is both selected and shown.
+  std::optional<store::Folder> shownFolder() const;
+  // The same, if it is one of the PC.
+  std::optional<store::Folder> shownPcFolder() const;
+  // Row i now shows the message that was in slot former[i] of the shown table.
+  void selectAgain(const std::vector<bool>& selectedSlots, std::size_t focusedSlot,
+                   const std::vector<std::size_t>& former);
   void showStatus(UINT pattern, std::initializer_list<std::string_view> values) const;
+  // The same for what a command has come to; names what has been put aside meanwhile.
+  void showResult(UINT pattern, std::initializer_list<std::string_view> values) const;
 
-  FolderRecords* records_ = nullptr;
-  DropTarget* dropTarget_ = nullptr;
+  store::Folders* folders_ = nullptr;
+  FolderPane* pane_ = nullptr;
   std::function<void(int slot)> open_;
-  int paneWidth_ = 0;           // the whole pane's, at the last size event that laid out the columns
-  bool folderColumns_ = false;  // the columns have widths of their own since then
+  std::optional<store::Folder> shown_;
+  std::vector<std::size_t> order_;  // of the rows: the slots of the shown table
+  int paneWidth_ = 0;               // the whole pane's, at the last size event that laid out the columns
+  bool folderColumns_ = false;      // the columns have widths of their own since then
 };
 
 }  // namespace list

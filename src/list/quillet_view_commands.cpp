@@ -1,17 +1,20 @@
-// The commands on the rows: sort, delete, save, select all.
+// The commands on the rows: open, sort, delete, save, select all.
 #include <algorithm>
 
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
 #include "list/list_sorter.h"
+#include "list/list_state.h"
 #include "list/quillet_view.h"
-#include "list/removal.h"
+#include "list/reports.h"
+#include "list/sort_keys.h"
 #include "list/text_file_question.h"
 #include "resources/resource_ids.h"
 #include "skin/delete_confirm_dialog.h"
 #include "store/folder_state.h"
 #include "store/time_stamp.h"
+#include "text/system.h"
 
 namespace list {
 namespace {
@@ -21,6 +24,12 @@ using framework::loadString;
 // Milliseconds. Showing how far it is takes as long as deleting a message.
 constexpr ULONGLONG progressPause = 50;
 
+std::string lowered(const std::string& text) {
+  std::wstring wide = framework::toWide(text);
+  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return framework::toUtf8(wide);
+}
+
 bool consents(HWND owner, bool all) {
   skin::DeleteConfirmDialog question;
   question.deleteAll = all ? 1 : 0;
@@ -29,138 +38,153 @@ bool consents(HWND owner, bool all) {
   return answer > 0 && answer != IDCANCEL;
 }
 
-std::optional<store::Folder> selectedPcFolder() {
-  const auto folder = store::selectedFolder(store::folderState());
+}  // namespace
+
+const framework::CommandMap* CQuilletView::commandMap() const {
+  static constexpr framework::CommandEntry entries[] = {
+      framework::command<&CQuilletView::onSave, &CQuilletView::canSave>(ID_SAVE),
+      framework::command<&CQuilletView::onDelete, &CQuilletView::canDelete>(ID_DELETE),
+      framework::command<&CQuilletView::onDeleteAll, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
+      framework::command<&CQuilletView::onSelectAll, &CQuilletView::canSelectAll>(ID_SELECT_ALL),
+  };
+  static const framework::CommandMap map{entries, CListView::commandMap()};
+  return &map;
+}
+
+std::optional<store::Folder> CQuilletView::shownFolder() const {
+  return shown_ && shown_ == store::selectedFolder(store::folderState()) ? shown_ : std::nullopt;
+}
+
+// Messages are deleted and kept in order on the PC only: what the handset holds is left to the handset.
+std::optional<store::Folder> CQuilletView::shownPcFolder() const {
+  const auto folder = shownFolder();
   return folder && store::isOnPc(*folder) ? folder : std::nullopt;
 }
 
-}  // namespace
-
 std::vector<std::size_t> CQuilletView::selectedSlots() const {
-  std::vector<std::size_t> slots(static_cast<std::size_t>(selectedCount()));
-  // Filled from its end, so that the rows come from the last to the first.
-  auto place = slots.rbegin();
-  for (int row = -1; place != slots.rend() && (row = nextSelected(row)) >= 0; ++place)
-    *place = static_cast<std::size_t>(itemData(row));
+  std::vector<std::size_t> slots;
+  for (int row = -1; (row = nextSelected(row)) >= 0;) slots.push_back(order_[static_cast<std::size_t>(row)]);
+  std::ranges::reverse(slots);
   return slots;
 }
 
-LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
-  if (itemCount() == 0) return 0;
-  const framework::CWaitCursor wait;
-  try {
-    {
-      const framework::CRedrawLock lock(*this);
-      ListSorter(*this, click.iSubItem, kindOfColumn(click.iSubItem)).sort();
-    }
-    keepOrder();
-  } catch (...) {
-    // The next deletion numbers the rows: left in an order of their own they would stand for other messages.
-    if (const auto folder = selectedPcFolder(); folder && records_) showAnew(*folder);
-    throw;
-  }
+LRESULT CQuilletView::onOpen(NMHDR&) {
+  const int row = nextSelected(-1);
+  if (row >= 0 && open_) open_(static_cast<int>(order_[static_cast<std::size_t>(row)]));
   return 0;
 }
 
-void CQuilletView::keepOrder() {
-  const auto folder = selectedPcFolder();
-  if (!folder || !records_) return;
-  const auto former = records_->records(*folder);
-  std::vector<store::SmsRecord> sorted;
-  sorted.reserve(former.size());
-  for (int row = 0; row < itemCount(); ++row) {
-    const auto slot = static_cast<std::size_t>(itemData(row));
-    if (slot >= former.size()) return;
-    sorted.push_back(former[slot]);
+LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
+  if (!shown_ || order_.empty()) return 0;
+  const framework::CWaitCursor wait;
+  const text::SystemCodePage codePage;
+  std::vector<std::size_t> sorted =
+      ListSorter(listState().SortKind, kindOfColumn(click.iSubItem))
+          .sorted(
+              order_, [&](std::size_t slot) { return slotText(slot, click.iSubItem); },
+              [&](const std::string& text) { return text::orderKey(codePage, lowered(text)); });
+
+  std::vector<bool> selected(order_.size());
+  for (const std::size_t slot : selectedSlots()) selected[slot] = true;
+  const int focusedRow = ListView_GetNextItem(handle(), -1, LVNI_FOCUSED);
+  const std::size_t focused = focusedRow < 0 ? order_.size() : order_[static_cast<std::size_t>(focusedRow)];
+
+  if (!shownPcFolder()) {
+    order_.swap(sorted);
+    selectAgain(selected, focused, order_);
+    return 0;
+  }
+  std::vector<store::SmsRecord> records;
+  records.reserve(sorted.size());
+  for (const std::size_t slot : sorted) {
+    records.push_back((*folders_)[*shown_][slot]);
     // What the row shows is what is kept: a handset's time in its readable form.
-    sorted.back().Time = store::displayTime(sorted.back().Time);
-    sorted.back().Index = row;
+    records.back().Time = store::displayTime(records.back().Time);
+    records.back().Index = static_cast<std::int32_t>(records.size() - 1);
   }
-  if (sorted.size() != former.size()) return;
-  if (records_->replaceRecords(*folder, std::move(sorted))) {
-    numberRows();
-    return;
-  }
-  showAnew(*folder);
+  if (!report(folders_->replace(*shown_, std::move(records)), IDS_CANNOT_CHANGE)) return 0;
+  selectAgain(selected, focused, sorted);
+  if (const std::string kept = keptCopies(*folders_); !kept.empty()) pane_->showStatus(kept);
+  return 0;
 }
 
-void CQuilletView::showAnew(store::Folder folder) {
-  deleteAllItems();
-  showRecords(records_->records(folder));
-}
-
-void CQuilletView::numberRows() {
+void CQuilletView::selectAgain(const std::vector<bool>& selectedSlots, std::size_t focusedSlot,
+                               const std::vector<std::size_t>& former) {
   const framework::CRedrawLock lock(*this);
-  for (int row = 0; row < itemCount(); ++row) setItemData(row, row);
-}
-
-void CQuilletView::removeRows(std::span<const std::size_t> slots) {
-  const framework::CRedrawLock lock(*this);
-  std::vector<bool> gone(static_cast<std::size_t>(itemCount()), false);
-  for (const std::size_t slot : slots)
-    if (slot < gone.size()) gone[slot] = true;
-  for (int row = itemCount() - 1; row >= 0; --row) {
-    const auto slot = static_cast<std::size_t>(itemData(row));
-    if (slot < gone.size() && gone[slot]) deleteItem(row);
+  const bool some = selectedCount() > 0 && selectedCount() < itemCount();
+  if (some) ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED);
+  for (std::size_t row = 0; row < former.size(); ++row) {
+    const UINT state = (some && selectedSlots[former[row]] ? LVIS_SELECTED : 0U) |
+                       (former[row] == focusedSlot ? LVIS_FOCUSED : 0U);
+    if (state) ListView_SetItemState(handle(), static_cast<int>(row), state, state);
   }
-  numberRows();
 }
 
 void CQuilletView::onDelete() {
   if (!consents(GetAncestor(handle(), GA_ROOT), false)) return;
-  const auto folder = selectedPcFolder();
-  const std::vector<std::size_t> slots = selectedSlots();
-  if (slots.empty() || !folder || !records_) return;
+  const auto folder = shownPcFolder();
+  const std::vector<std::size_t> slots = selectedSlots();  // the highest first: those still to go keep theirs
+  if (slots.empty() || !folder) return;
   const framework::CWaitCursor wait;
   const int firstRow = nextSelected(-1);
-  std::vector<std::size_t> deleted;
-  ULONGLONG shownAt = 0;
-  try {
-    deleted = removeMessages(*records_, *folder, slots, [&](std::size_t gone) {
-      const ULONGLONG now = GetTickCount64();
-      if (now - shownAt < progressPause) return;
-      shownAt = now;
-      showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
-    });
-  } catch (...) {
-    showAnew(*folder);  // no row may stand for another message than it shows
-    throw;
+  std::size_t gone = 0;
+  store::WriteResult result;
+  {
+    const framework::CRedrawLock lock(*this);
+    ULONGLONG shownAt = 0;
+    // Each is a change of the file of its own, so that whenever it breaks off, the file holds all that are
+    // left.
+    for (; gone < slots.size(); ++gone) {
+      if (const ULONGLONG now = GetTickCount64(); now - shownAt >= progressPause) {
+        shownAt = now;
+        showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
+      }
+      result = folders_->erase(*folder, slots[gone]);
+      if (!result.ok()) break;
+      removeRow(slots[gone]);
+    }
   }
-  removeRows(deleted);
+  pane_->showCount(*folder);
+  report(result, IDS_CANNOT_CHANGE);
   const int focused = std::min(firstRow, itemCount() - 1);
   if (focused >= 0) ListView_SetItemState(handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
-  showStatus(IDS_DELETED, {std::to_string(deleted.size())});
+  showResult(IDS_DELETED, {std::to_string(gone)});
 }
 
 void CQuilletView::onDeleteAll() {
   const int count = itemCount();
   if (count == 0 || !consents(GetAncestor(handle(), GA_ROOT), true)) return;
   const framework::CWaitCursor wait;
-  const auto folder = selectedPcFolder();
-  if (folder && records_ && !records_->replaceRecords(*folder, {})) return;
-  deleteAllItems();
-  showStatus(IDS_DELETED, {std::to_string(count)});
+  if (const auto folder = shownPcFolder()) {
+    if (!report(folders_->replace(*folder, {}), IDS_CANNOT_CHANGE)) return;
+    pane_->showCount(*folder);
+  }
+  empty();
+  showResult(IDS_DELETED, {std::to_string(count)});
 }
 
 void CQuilletView::onSave() {
-  const auto folder = store::selectedFolder(store::folderState());
   const std::vector<std::size_t> slots = selectedSlots();
-  if (slots.empty() || !folder || !records_) return;
+  const auto folder = shownFolder();
+  if (slots.empty() || !folder) return;
   const std::string path = askForTextFile(GetAncestor(handle(), GA_ROOT));
   if (path.empty()) return;
-  const auto records = records_->records(*folder);
-  std::vector<store::SmsRecord> chosen;
-  for (const std::size_t slot : slots)
-    if (slot < records.size()) chosen.push_back(records[slot]);
-  if (records_->saveText(path, chosen)) showStatus(IDS_SAVED, {std::to_string(chosen.size()), path});
+  if (report(folders_->saveText(path, *folder, slots), IDS_CANNOT_SAVE))
+    showResult(IDS_SAVED, {std::to_string(slots.size()), path});
 }
 
+// With drawing on, selecting very many rows takes seconds.
 void CQuilletView::onSelectAll() {
+  const framework::CRedrawLock lock(*this);
   ListView_SetItemState(handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 
 void CQuilletView::showStatus(UINT pattern, std::initializer_list<std::string_view> values) const {
-  if (records_) records_->showStatus(framework::formatText(loadString(pattern), values));
+  pane_->showStatus(framework::formatText(loadString(pattern), values));
+}
+
+void CQuilletView::showResult(UINT pattern, std::initializer_list<std::string_view> values) const {
+  pane_->showStatus(keptCopies(*folders_) + framework::formatText(loadString(pattern), values));
 }
 
 }  // namespace list

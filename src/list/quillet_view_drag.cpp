@@ -14,7 +14,7 @@ constexpr int hotSpot = 8;
 LRESULT CQuilletView::onBeginDrag(NMLISTVIEW& begin) {
   DragState& drag = listState().drag;
   store::FolderState& folders = store::folderState();
-  if (!dropTarget_ || drag.dragging) return 0;
+  if (!pane_ || drag.dragging) return 0;
   drag = {};
   drag.dragItem = folders.selectedItem;
   drag.draggedRow = begin.iItem;
@@ -41,10 +41,10 @@ void CQuilletView::onMouseMove(UINT, POINT point) {
   ImageList_DragMove(at.x, at.y);
   ImageList_DragShowNolock(FALSE);
   drag.target = WindowFromPoint(at);
-  if (dropTarget_->isAt(at))
-    dropTarget_->dragOver(at);
+  if (pane_->isAt(at))
+    pane_->dragOver(at);
   else
-    dropTarget_->dragLeft();
+    pane_->dragLeft();
   ImageList_DragShowNolock(TRUE);
 }
 
@@ -57,10 +57,10 @@ void CQuilletView::onLButtonUp(UINT, POINT point) {
   const POINT at = framework::toScreen(handle(), point);
   drag.dropPoint = at;
   drag.target = WindowFromPoint(at);
-  const bool overTarget = dropTarget_->isAt(at);
+  const bool overTarget = pane_->isAt(at);
   endDrag();  // first: the control gives the mouse back by itself
   defaultProcessing();
-  if (overTarget) dropTarget_->drop(at);
+  if (overTarget) pane_->drop(at);
 }
 
 void CQuilletView::onKeyDown(UINT key) {
@@ -86,7 +86,7 @@ void CQuilletView::endDrag() {
     drag.image.reset();
   }
   if (GetCapture() == handle()) ReleaseCapture();
-  dropTarget_->dragLeft();
+  pane_->dragLeft();
 }
 
 }  // namespace list

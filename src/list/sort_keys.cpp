@@ -18,7 +18,7 @@ int order(const Value& a, const Value& b) {
 template <class Key, class Value>
 int orderOfRows(const Key& a, const Key& b, Value Key::*value) {
   const int byKey = order(a.*value, b.*value);
-  return byKey != 0 ? byKey : order(a.row, b.row);
+  return byKey != 0 ? byKey : order(a.slot, b.slot);
 }
 
 std::string_view part(std::string_view text, std::size_t begin, std::size_t length) {
@@ -37,20 +37,6 @@ int monthOf(std::string_view name) {
 std::string_view kindOfColumn(int column) {
   if (column >= 0 && column <= 2) return textKind;
   return column == 3 ? dateKind : std::string_view();
-}
-
-std::vector<std::string> textSortKeys(std::span<const std::string> texts, const TextRules& rules) {
-  std::vector<std::string> lowered;
-  lowered.reserve(texts.size());
-  for (const std::string& text : texts) lowered.push_back(rules.lower(text));
-  std::vector<std::string> encoded;
-  encoded.reserve(texts.size());
-  for (const std::string& text : lowered) {
-    auto bytes = rules.encode(text);
-    if (!bytes) return lowered;
-    encoded.push_back(std::move(*bytes));
-  }
-  return encoded;
 }
 
 std::int32_t dateValue(std::string_view text) {

@@ -85,8 +85,4 @@ void encodeHandsetMessage(const MessageEntry& entry, std::span<std::byte, handse
 void encodeContact(const ContactEntry& entry, std::span<std::byte, contactEntrySize> bytes);
 void encodeWideContact(const WideContactEntry& entry, std::span<std::byte, wideContactEntrySize> bytes);
 
-// UTF-8 and UTF-16, both ways. What is malformed (stray surrogates, broken sequences) becomes U+FFFD.
-std::string utf8FromUtf16(std::u16string_view units);
-std::u16string utf16FromUtf8(std::string_view text);
-
 }  // namespace phonelink

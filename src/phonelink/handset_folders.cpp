@@ -11,12 +11,12 @@ bool belongsTo(store::Folder folder, std::uint16_t status) {
   return folder == store::Folder::MOutbox && status == statusOutgoing;
 }
 
-void readHandsetFolder(PhoneLink& link, store::Folder folder, store::FolderTable& table) {
-  table = {};
-  table =
-      store::FolderTable(folder == store::Folder::MInbox ? link.receivedMessages() : link.outgoingMessages());
+store::FolderTable readHandsetFolder(PhoneLink& link, store::Folder folder) {
+  store::FolderTable table(folder == store::Folder::MInbox ? link.receivedMessages()
+                                                           : link.outgoingMessages());
   for (HandsetMessage& message : link.handsetMessages())
     if (belongsTo(folder, message.status)) table.append(std::move(message.record));
+  return table;
 }
 
 }  // namespace phonelink

@@ -6,10 +6,10 @@
 
 namespace phonelink {
 
-// Reads a handset folder into its table, replacing what it held: first the messages of the SIM list for that
+// Reads a handset folder: first the messages of the SIM list for that
 // folder, then those of the handset's own memory whose status belongs there, each in the library's order.
 // Entries without text or number are messages too.
-void readHandsetFolder(PhoneLink& link, store::Folder folder, store::FolderTable& table);
+store::FolderTable readHandsetFolder(PhoneLink& link, store::Folder folder);
 
 // Whether a message with that status is shown in that handset folder; some belong to neither.
 bool belongsTo(store::Folder folder, std::uint16_t status);

@@ -5,14 +5,15 @@
 #include <span>
 
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace phonelink {
 namespace {
 
 // The message of an entry as the tables keep it.
-store::SmsRecord recordOf(const MessageEntry& entry, bool wideTexts, const store::CodePage& codePage) {
+store::SmsRecord recordOf(const MessageEntry& entry, bool wideTexts, const text::CodePage& codePage) {
   store::SmsRecord record;
-  record.Content = wideTexts && entry.coding == codingUcs2 ? utf8FromUtf16(entry.wideText())
+  record.Content = wideTexts && entry.coding == codingUcs2 ? text::utf8FromUtf16(entry.wideText())
                                                            : codePage.decode(entry.narrowText());
   record.Time = codePage.decode(entry.time);
   record.Phone = codePage.decode(entry.phone);
@@ -28,13 +29,9 @@ std::span<const std::byte, Size> entryAt(std::span<const std::byte> buffer, std:
 
 // The first 20 characters of a 16-bit name, which is what the contact list has room for; one that takes two
 // code units stays whole.
-std::string shownName(std::u16string name) {
+std::string shownName(std::u16string_view name) {
   constexpr std::size_t shown = 20;
-  if (name.size() > shown) {
-    const bool splitsPair = name[shown - 1] >= 0xD800 && name[shown - 1] < 0xDC00;
-    name.resize(splitsPair ? shown - 1 : shown);
-  }
-  return utf8FromUtf16(name);
+  return text::utf8FromUtf16(text::fitting(name, shown));
 }
 
 }  // namespace
@@ -105,7 +102,7 @@ bool PhoneLink::send(const std::string& number, const std::string& text, bool wi
   entry.phone = *narrowNumber;
   entry.coding = wide ? codingUcs2 : codingDefault;
   if (wide && wideTexts_) {
-    if (!entry.setWideText(utf16FromUtf8(text))) return false;
+    if (!entry.setWideText(text::utf16FromUtf8(text))) return false;
   } else {
     const auto bytes = codePage_.encode(text);
     if (!bytes || !entry.setNarrowText(*bytes)) return false;

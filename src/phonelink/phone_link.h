@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "phonelink/entry_points.h"
-#include "store/code_page.h"
 #include "store/sms_record.h"
+#include "text/code_page.h"
 
 namespace phonelink {
 
@@ -31,7 +31,7 @@ struct Contact {
 // borrows the code page.
 class PhoneLink {
  public:
-  explicit PhoneLink(const store::CodePage& codePage) : codePage_(codePage) {}
+  explicit PhoneLink(const text::CodePage& codePage) : codePage_(codePage) {}
 
   // Takes over the entry points of a loaded library and agrees on 16-bit texts if it offers them.
   void bind(const EntryPoints& points);
@@ -70,7 +70,7 @@ class PhoneLink {
   static Entries fillContacts(Read read, std::size_t size, std::size_t entrySize);
   std::vector<store::SmsRecord> messages(Read read);
 
-  const store::CodePage& codePage_;
+  const text::CodePage& codePage_;
   EntryPoints points_;
   bool bound_ = false;
   bool wideTexts_ = false;

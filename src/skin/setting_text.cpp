@@ -3,25 +3,13 @@
 #include <algorithm>
 #include <charconv>
 
+#include "text/plain.h"
+
 namespace skin {
 namespace {
 
-constexpr std::string_view blanks = " \t\r\f\v";
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(blanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalInAnyCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lower(x) == lower(y); });
-}
+using text::equalInAnyCase;
+using text::trimmed;
 
 std::string_view unquoted(std::string_view value) {
   const bool quoted =

@@ -2,19 +2,18 @@
 
 #include "framework/files.h"
 #include "framework/module.h"
-#include "framework/text.h"
 #include "skin/setting_text.h"
+#include "text/system.h"
+#include "text/unicode.h"
 
 namespace skin {
 namespace {
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-
 std::string settingsText(const std::string& path) {
   std::string bytes;
   if (!framework::readFile(path, bytes)) return {};
-  if (bytes.starts_with(utf8Mark)) return bytes.substr(utf8Mark.size());
-  return framework::toUtf8(framework::fromAnsi(bytes));
+  if (bytes.starts_with(text::byteOrderMark)) return bytes.substr(text::byteOrderMark.size());
+  return text::SystemCodePage().decode(bytes);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,20 +8,25 @@
 // The seam through which the stores reach files. Paths are UTF-8.
 namespace store {
 
-enum class FileOperation { exists, open, create, read, write, flush, truncate, close, replace, remove };
-
 enum class FileOutcome { ok, missing, failed };
 
 // How one operation ended. `missing` is only for a file or folder that is certainly not there; a file that is
 // locked or forbidden has failed.
 struct FileStatus {
   FileOutcome outcome = FileOutcome::ok;
-  FileOperation operation = FileOperation::open;
-  std::uint32_t code = 0;  // the system's error code, see FileSystem::describe
+  std::uint32_t code = 0;  // the system's error code
 
   bool ok() const { return outcome == FileOutcome::ok; }
   bool missing() const { return outcome == FileOutcome::missing; }
   bool failed() const { return outcome == FileOutcome::failed; }
+};
+
+// Tells whether somebody else has changed a file.
+struct FileStamp {
+  std::uint64_t size = 0;     // bytes
+  std::uint64_t changed = 0;  // time of the last change, in the system's own unit
+
+  bool operator==(const FileStamp&) const = default;
 };
 
 // An open file, owned by whoever opened it. Destroying it closes it without a report.
@@ -34,22 +37,8 @@ class File {
   File& operator=(const File&) = delete;
   virtual ~File() = default;
 
-  // Hands on all bytes from the start to the end, a block at a time, each with the number of bytes that are
-  // expected behind it. An empty file may have no block at all.
-  using TakeBlock = std::function<void(std::string_view block, std::size_t behind)>;
-  virtual FileStatus readBlocks(const TakeBlock& take) = 0;
-  // The same bytes in one piece, in place of what `bytes` held.
-  FileStatus readAll(std::string& bytes) {
-    bytes.clear();
-    return readBlocks(into(bytes));
-  }
-  // Puts the blocks one behind the other into `bytes`, behind what it holds.
-  static TakeBlock into(std::string& bytes) {
-    return [&bytes](std::string_view block, std::size_t behind) {
-      bytes.reserve(bytes.size() + block.size() + behind);
-      bytes += block;
-    };
-  }
+  // All bytes from the start to the end, in place of what `bytes` held.
+  virtual FileStatus readAll(std::string& bytes) = 0;
   // Always at the file's end, also after truncating it. A write that stores only a part has failed.
   virtual FileStatus write(std::string_view bytes) = 0;
   // Everything written has reached the disk.
@@ -72,8 +61,8 @@ class FileSystem {
   FileSystem& operator=(const FileSystem&) = delete;
   virtual ~FileSystem() = default;
 
-  // ok, missing, or failed when it cannot be told.
-  virtual FileStatus exists(const std::string& path) = 0;
+  // ok, missing, or failed when it cannot be told; `stamp` is set only when it is ok.
+  virtual FileStatus stampOf(const std::string& path, FileStamp& stamp) = 0;
   virtual OpenedFile openForReading(const std::string& path) = 0;
   // For writing; an existing file is emptied.
   virtual OpenedFile create(const std::string& path) = 0;
@@ -82,9 +71,6 @@ class FileSystem {
   // `from` takes the place of `to` in one step, whether `to` exists or not. On failure both are as before.
   virtual FileStatus replace(const std::string& from, const std::string& to) = 0;
   virtual FileStatus remove(const std::string& path) = 0;
-
-  // The system's words for an error code, UTF-8, one line.
-  virtual std::string describe(std::uint32_t code) const = 0;
 };
 
 }  // namespace store

@@ -1,19 +1,8 @@
 #include "store/folder_state.h"
 
-#include "store/store_names.h"
+#include <algorithm>
 
 namespace store {
-
-namespace {
-
-std::string joined(std::string_view group, std::string_view folder) {
-  std::string path(group);
-  path += '\\';
-  path += folder;
-  return path;
-}
-
-}  // namespace
 
 FolderState& folderState() {
   static FolderState state;
@@ -24,35 +13,23 @@ void resetFolderState() {
   folderState() = FolderState{};
 }
 
-void joinFolderPaths(FolderState& state, const FolderTexts& texts) {
-  state.folderPaths[position(Folder::MInbox)] = joined(texts.mobile, texts.mobileInbox);
-  state.folderPaths[position(Folder::MOutbox)] = joined(texts.mobile, texts.mobileOutbox);
-  state.folderPaths[position(Folder::PInbox)] = joined(texts.pc, texts.pcInbox);
-  state.folderPaths[position(Folder::PSent)] = joined(texts.pc, texts.pcSent);
-  state.folderPaths[position(Folder::PDraft)] = joined(texts.pc, texts.pcDraft);
-}
-
-void setStorePaths(FolderState& state, std::string_view moduleDirectory) {
-  for (const StoreName& name : storeNames) {
-    std::string& path = state.storePaths[position(name.folder)];
-    path = moduleDirectory;
-    path += name.file;
-  }
+void joinFolderPaths(FolderState& state, const std::function<std::string(unsigned)>& textOf) {
+  for (const FolderRow& row : folderRows)
+    state.folderPaths[position(row.folder)] =
+        textOf(groupRows[position(row.group)].text) + "\\" + textOf(row.text);
 }
 
 std::optional<Folder> folderOfItem(const FolderState& state, TreeItem item) {
-  if (item == nullptr) return std::nullopt;
-  for (const Folder folder : allFolders) {
-    if (state.items[position(folder)] == item) return folder;
-  }
-  return std::nullopt;
+  const auto found = std::ranges::find(state.items, item);
+  if (item == nullptr || found == state.items.end()) return std::nullopt;
+  return folderRows[static_cast<std::size_t>(found - state.items.begin())].folder;
 }
 
 std::optional<Folder> folderInPath(const FolderState& state, std::string_view path) {
-  for (const Folder folder : allFolders) {
-    const std::string& folderPath = state.folderPaths[position(folder)];
+  for (const FolderRow& row : folderRows) {
+    const std::string& folderPath = state.folderPaths[position(row.folder)];
     // A path that has not been joined yet would be found in every text.
-    if (!folderPath.empty() && path.find(folderPath) != std::string_view::npos) return folder;
+    if (!folderPath.empty() && path.find(folderPath) != std::string_view::npos) return row.folder;
   }
   return std::nullopt;
 }
@@ -63,7 +40,7 @@ std::optional<Folder> selectedFolder(const FolderState& state) {
 }
 
 bool isGroup(const FolderState& state, TreeItem item) {
-  return item != nullptr && (item == state.mobileGroup || item == state.pcGroup);
+  return item != nullptr && std::ranges::find(state.groups, item) != state.groups.end();
 }
 
 }  // namespace store

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,39 +17,25 @@ using TreeItem = _TREEITEM*;
 
 // Which tree items and paths stand for the folders, and what is selected. One per process, see folderState().
 struct FolderState {
-  TreeItem mobileGroup = nullptr;
-  TreeItem pcGroup = nullptr;
-  std::array<TreeItem, folderCount> items{};  // by position(folder)
+  std::array<TreeItem, groupRows.size()> groups{};  // by position(group)
+  std::array<TreeItem, folderCount> items{};        // by position(folder)
 
   TreeItem selectedItem = nullptr;
   TreeItem lastSelectedItem = nullptr;
   std::string selectedPath;  // UTF-8, item texts outermost first: "PC\Draft(3)"
 
   std::array<std::string, folderCount> folderPaths;  // by position(folder): "PC\Draft"
-  std::array<std::string, folderCount> storePaths;   // by position(folder), empty for the handset folders
 
   // On platform 98 the selected folder is recognised by the text of its path, elsewhere by its item.
   bool windows98Mode = false;
-};
-
-// Item texts without counts, UTF-8.
-struct FolderTexts {
-  std::string_view mobile;
-  std::string_view mobileInbox;
-  std::string_view mobileOutbox;
-  std::string_view pc;
-  std::string_view pcInbox;
-  std::string_view pcSent;
-  std::string_view pcDraft;
 };
 
 // The process-wide state, and back to its initial values.
 FolderState& folderState();
 void resetFolderState();
 
-void joinFolderPaths(FolderState& state, const FolderTexts& texts);
-// moduleDirectory ends in a separator; the file name follows it as it is.
-void setStorePaths(FolderState& state, std::string_view moduleDirectory);
+// textOf answers the string with that number, in UTF-8.
+void joinFolderPaths(FolderState& state, const std::function<std::string(unsigned)>& textOf);
 
 // Nothing for a group, an unknown item and null.
 std::optional<Folder> folderOfItem(const FolderState& state, TreeItem item);

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <span>
 #include <utility>
 #include <vector>
 
-#include "store/folder.h"
 #include "store/sms_record.h"
 
 namespace store {
 
-// The records of one folder in load order. Owns its records; row i of a list that shows the folder is slot i.
-// Appending, erasing and clearing end the validity of references and spans handed out earlier.
+// The records of one folder in load order. Owns its records; its slots are what the
+// list orders. Appending, erasing and clearing end the validity of references and spans handed out earlier.
 class FolderTable {
  public:
   FolderTable() = default;
@@ -29,6 +27,12 @@ class FolderTable {
   // Closes the gap; the records behind keep their Index.
   void erase(std::size_t slot) { records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(slot)); }
 
+  // The same for every slot that is marked; the vector is as long as the table.
+  void erase(const std::vector<bool>& gone) {
+    std::size_t slot = 0;
+    std::erase_if(records_, [&](const SmsRecord&) { return gone[slot++]; });
+  }
+
   void clear() { records_.clear(); }
   std::size_t size() const { return records_.size(); }
   bool empty() const { return records_.empty(); }
@@ -37,16 +41,6 @@ class FolderTable {
 
  private:
   std::vector<SmsRecord> records_;
-};
-
-// The tables of all five folders.
-class FolderTables {
- public:
-  FolderTable& operator[](Folder folder) { return tables_[position(folder)]; }
-  const FolderTable& operator[](Folder folder) const { return tables_[position(folder)]; }
-
- private:
-  std::array<FolderTable, folderCount> tables_;
 };
 
 }  // namespace store

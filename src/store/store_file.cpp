@@ -1,61 +1,66 @@
 #include "store/store_file.h"
 
-#include <optional>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
-#include "store/store_writer.h"
 #include "store/whole_file.h"
+#include "text/unicode.h"
 
 namespace store {
 
-namespace {
-
-WriteResult notRead(const std::string& file) {
-  return {.outcome = WriteResult::Outcome::notRead, .status = {}, .file = file, .keptCopy = {}};
-}
-
-}  // namespace
-
-StoreFile::StoreFile(FileSystem& files, const CodePage& codePage, std::string path, std::string_view section)
+StoreFile::StoreFile(FileSystem& files, const text::CodePage& codePage, std::string path,
+                     std::string_view section)
     : files_(files), codePage_(codePage), path_(std::move(path)), section_(section) {}
 
 ReadResult StoreFile::read(FolderTable& table) {
   isRead_ = false;
-  FolderTable records;
-  StoreReader reader(section_, codePage_, records);
-  Digester digester;
-  FileStatus status = readBlocks(files_, path_, [&](std::string_view block, std::size_t behind) {
-    digester.take(block);
-    reader.take(block, behind);
-  });
+  // Before the bytes: what is changed meanwhile is then told at the next write.
+  const std::optional<FileStamp> stamp = stampOf(files_, path_);
+  std::string bytes;
+  const FileStatus status = readFile(files_, path_, bytes);
   if (status.failed()) return {status, false};
 
-  const StoreShape shape = reader.finish();
+  FolderTable records;
+  const StoreShape shape = readStore(bytes, section_, codePage_, records);
   table = std::move(records);
-  known_ = {digester.digest(), shape, shape.whole};
+  state_ = {stamp, shape, shape.lossless};
   isRead_ = true;
-  status.outcome = FileOutcome::ok;
-  return {status, shape.whole};
+  return {{}, shape.lossless};
 }
 
-WriteResult StoreFile::rewrite(std::span<const SmsRecord> records, std::span<const SmsRecord> further) {
-  if (!isRead_) return notRead(path_);
-  Digest present;
-  FileStatus status = digestFile(files_, path_, present);
-  if (status.failed()) return failure(status, path_);
-
+WriteResult StoreFile::rewrite(std::span<const SmsRecord* const> records, std::span<const SmsRecord> known) {
+  if (!isRead_) {
+    WriteResult notRead;
+    notRead.outcome = WriteResult::Outcome::notRead;
+    notRead.file = path_;
+    return notRead;
+  }
   std::string former;
   bool losing = false;
-  if (present != known_.bytes || !known_.held) {
-    status = readFile(files_, path_, former);
+  if (!state_.held || !state_.stamp || state_.stamp != stampOf(files_, path_)) {
+    const FileStatus status = readFile(files_, path_, former);
     if (status.failed()) return failure(status, path_);
-    losing = wouldLose(former);
+    losing = !status.missing() && wouldLose(former, known);
   }
-  StoreWriter writer(section_, codePage_);
-  const auto fill = [&](File& file) { return writer.write(file, records, further); };
-  WriteResult result = replaceFile(files_, path_, fill, losing ? &former : nullptr);
-  if (result.ok()) known_ = {writer.digest(), {.blank = false, .marked = writer.marked()}, true};
+  const std::string bytes = fileBytes(layOut(section_, records), codePage_);
+  WriteResult result = replaceFile(files_, path_, bytes, losing ? &former : nullptr);
+  if (result.ok())
+    state_ = {result.stamp, {.empty = false, .isUtf8 = bytes.starts_with(text::byteOrderMark)}, true};
   return result;
+}
+
+// Whether the file has come to hold what the caller does not know.
+bool StoreFile::wouldLose(std::string_view bytes, std::span<const SmsRecord> known) const {
+  FolderTable records;
+  if (!readStore(bytes, section_, codePage_, records).lossless) return true;
+  auto next = known.begin();
+  for (const SmsRecord& record : std::as_const(records).records()) {
+    next = std::find(next, known.end(), record);
+    if (next == known.end()) return true;
+    ++next;
+  }
+  return false;
 }
 
 WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
@@ -69,62 +74,37 @@ WriteResult StoreFile::append(const SmsRecord& message, LineBreaks breaks) {
   const FileStatus status = opened.file->readAll(bytes);
   if (!status.ok()) return failure(status, path_);
 
-  StoreShape shape = known_.shape;
-  if (digestOf(bytes) != known_.bytes) {
-    FolderTable unused;
-    shape = readStore(bytes, section_, codePage_, unused);
-  }
-  return appendTo(*opened.file, bytes, shape, group);
-}
-
-WriteResult StoreFile::appendTo(File& file, const std::string& bytes, StoreShape shape,
-                                const std::string& group) {
+  FolderTable records;
+  StoreShape shape = state_.shape;
+  if (!state_.stamp || state_.stamp != stampOf(files_, path_) || !shape.aligned)
+    shape = readStore(bytes, section_, codePage_, records);
   if (!shape.aligned) {
-    file.close();
-    return realign(bytes, group);
+    // Lines at the end would not be read back as this message: the file is made anew from what is read of it.
+    opened.file->close();
+    std::vector<const SmsRecord*> all;
+    for (const SmsRecord& record : std::as_const(records).records()) all.push_back(&record);
+    return replaceWith(fileBytes(layOut(section_, all) + group, codePage_),
+                       shape.lossless ? nullptr : &bytes);
   }
-  const std::string text = shape.blank ? headerLine(section_) + group : group;
-  const std::optional<std::string> tail = bytesToAppend(text, shape.marked, codePage_);
+  const std::string text = shape.empty ? headerLine(section_) + group : group;
+  const std::optional<std::string> tail = bytesToAppend(text, shape.isUtf8, codePage_);
   if (!tail) {
-    file.close();
+    opened.file->close();
     const Transcoded former = transcode(bytes, codePage_);
-    return replaceWith(std::string(utf8Mark) + former.text + text, former.exact ? nullptr : &bytes);
+    return replaceWith(std::string(text::byteOrderMark) + former.text + text,
+                       former.exact ? nullptr : &bytes);
   }
 
-  WriteResult result = appendAtomically(file, path_, *tail, bytes);
-  if (!result.ok()) return result;
+  WriteResult result = appendAtomically(*opened.file, path_, *tail, bytes.size());
   // Until the next read the caller's records lack the new message.
-  shape.blank = false;
-  Digester digester;  // takes no memory: what is on the disk must not end in an exception
-  digester.take(bytes);
-  digester.take(*tail);
-  known_ = {digester.digest(), shape, false};
+  if (result.ok()) state_ = {std::nullopt, shape, false};
   return result;
-}
-
-// Lines at the end would not be read back as this message: the file is made anew from what is read of it.
-WriteResult StoreFile::realign(const std::string& bytes, const std::string& group) {
-  FolderTable records;
-  readStore(bytes, section_, codePage_, records);
-  std::string text = headerLine(section_);
-  appendGroups(text, records.records());
-  text += group;
-  return replaceWith(fileBytes(std::move(text), codePage_), &bytes);
-}
-
-// Bytes that are not the ones last read or written come from elsewhere: no record of the caller holds them.
-bool StoreFile::wouldLose(const std::string& bytes) const {
-  if (digestOf(bytes) == known_.bytes) return !known_.held;
-  FolderTable records;
-  return !readStore(bytes, section_, codePage_, records).whole || !records.empty();
 }
 
 // With a message that the caller's records lack until the next read.
 WriteResult StoreFile::replaceWith(const std::string& bytes, const std::string* lost) {
   WriteResult result = replaceFile(files_, path_, bytes, lost);
-  if (!result.ok()) return result;
-  const StoreShape shape{.blank = false, .marked = bytes.starts_with(utf8Mark)};
-  known_ = {digestOf(bytes), shape, false};
+  if (result.ok()) state_ = {std::nullopt, {}, false};
   return result;
 }
 

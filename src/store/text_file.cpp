@@ -5,13 +5,14 @@
 
 #include "store/store_format.h"
 #include "store/whole_file.h"
+#include "text/unicode.h"
 
 namespace store {
 
-WriteResult appendText(FileSystem& files, const CodePage& codePage, const std::string& path,
-                       std::span<const SmsRecord> records) {
+WriteResult appendText(FileSystem& files, const text::CodePage& codePage, const std::string& path,
+                       std::span<const SmsRecord* const> records) {
   std::string text;
-  appendGroups(text, records);
+  for (const SmsRecord* record : records) appendGroup(text, *record, LineBreaks::stored, IndexLine::number);
 
   const OpenedFile opened = files.openForAppending(path);
   if (opened.status.missing()) return replaceFile(files, path, fileBytes(text, codePage));
@@ -22,12 +23,11 @@ WriteResult appendText(FileSystem& files, const CodePage& codePage, const std::s
 
   // A file that somebody else ended without a line end must not swallow the first line.
   if (!bytes.empty() && bytes.back() != '\n') text.insert(0, "\r\n");
-  if (const auto tail = bytesToAppend(text, bytes.starts_with(utf8Mark), codePage)) {
-    return appendAtomically(*opened.file, path, *tail, bytes);
-  }
+  if (const auto tail = bytesToAppend(text, bytes.starts_with(text::byteOrderMark), codePage))
+    return appendAtomically(*opened.file, path, *tail, bytes.size());
   opened.file->close();
   const Transcoded former = transcode(bytes, codePage);
-  return replaceFile(files, path, std::string(utf8Mark) + former.text + text,
+  return replaceFile(files, path, std::string(text::byteOrderMark) + former.text + text,
                      former.exact ? nullptr : &bytes);
 }
 

@@ -3,18 +3,13 @@
 #include <utility>
 
 namespace store {
-
 namespace {
 
-FileStatus fillFlushClose(File& file, const Fill& fill) {
-  FileStatus status = fill(file);
+FileStatus writeFlushClose(File& file, std::string_view bytes) {
+  FileStatus status = file.write(bytes);
   if (status.ok()) status = file.flush();
   const FileStatus closed = file.close();
   return status.ok() ? closed : status;
-}
-
-Fill filledWith(std::string_view bytes) {
-  return [bytes](File& file) { return file.write(bytes); };
 }
 
 // Finds the copy that holds these bytes already, left by a program that ended before it had replaced the
@@ -22,18 +17,22 @@ Fill filledWith(std::string_view bytes) {
 FileStatus findCopy(FileSystem& files, const std::string& path, std::string_view lost, std::string& copy) {
   for (unsigned number = 1;; ++number) {
     copy = path + ".unread-" + std::to_string(number);
-    const FileStatus found = files.exists(copy);
+    FileStamp stamp;
+    const FileStatus found = files.stampOf(copy, stamp);
     if (!found.ok()) return found;
     std::string bytes;
-    if (readFile(files, copy, bytes).ok() && bytes == lost) return found;
+    if (stamp.size == lost.size() && readFile(files, copy, bytes).ok() && bytes == lost) return found;
   }
 }
 
-FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fill& fill) {
+FileStatus writeAtomically(FileSystem& files, const std::string& path, std::string_view bytes,
+                           std::optional<FileStamp>& stamp) {
   const std::string beside = path + ".new";
   const OpenedFile opened = files.create(beside);
   if (!opened.status.ok()) return opened.status;
-  FileStatus status = fillFlushClose(*opened.file, fill);
+  FileStatus status = writeFlushClose(*opened.file, bytes);
+  // Before it bears a name under which somebody else could change it.
+  if (status.ok()) stamp = stampOf(files, beside);
   if (status.ok()) status = files.replace(beside, path);
   // What a failed removal or an exception leaves behind is emptied by the next write.
   if (!status.ok()) files.remove(beside);
@@ -42,58 +41,42 @@ FileStatus writeAtomically(FileSystem& files, const std::string& path, const Fil
 
 }  // namespace
 
-FileStatus readBlocks(FileSystem& files, const std::string& path, const File::TakeBlock& take) {
+FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
+  bytes.clear();
   const OpenedFile opened = files.openForReading(path);
   if (!opened.status.ok()) return opened.status;
-  FileStatus status = opened.file->readBlocks(take);
+  FileStatus status = opened.file->readAll(bytes);
   // Whatever the system calls it: a file that could be opened is not missing.
   if (status.missing()) status.outcome = FileOutcome::failed;
   return status;
 }
 
-FileStatus readFile(FileSystem& files, const std::string& path, std::string& bytes) {
-  bytes.clear();
-  return readBlocks(files, path, File::into(bytes));
-}
-
-FileStatus digestFile(FileSystem& files, const std::string& path, Digest& digest) {
-  Digester digester;
-  const FileStatus status =
-      readBlocks(files, path, [&digester](std::string_view block, std::size_t) { digester.take(block); });
-  digest = digester.digest();
-  return status;
-}
-
-WriteResult replaceFile(FileSystem& files, const std::string& path, const Fill& fill,
-                        const std::string* lost) {
-  std::string copy;
-  bool copied = false;
-  if (lost != nullptr) {
-    FileStatus status = findCopy(files, path, *lost, copy);
-    copied = status.missing();
-    if (copied) status = writeAtomically(files, copy, filledWith(*lost));
-    if (!status.ok()) return failure(status, copy);
-  }
-  const FileStatus status = writeAtomically(files, path, fill);
-  if (status.ok()) {
-    WriteResult done;
-    done.keptCopy = std::move(copy);
-    return done;
-  }
-  if (copied) files.remove(copy);
-  return failure(status, path);
+std::optional<FileStamp> stampOf(FileSystem& files, const std::string& path) {
+  FileStamp stamp;
+  return files.stampOf(path, stamp).ok() ? std::optional(stamp) : std::nullopt;
 }
 
 WriteResult replaceFile(FileSystem& files, const std::string& path, std::string_view bytes,
                         const std::string* lost) {
-  return replaceFile(files, path, filledWith(bytes), lost);
+  WriteResult result;
+  bool copied = false;
+  if (lost != nullptr) {
+    FileStatus status = findCopy(files, path, *lost, result.keptCopy);
+    copied = status.missing();
+    if (copied) status = writeAtomically(files, result.keptCopy, *lost, result.stamp);
+    if (!status.ok()) return failure(status, result.keptCopy);
+  }
+  const FileStatus status = writeAtomically(files, path, bytes, result.stamp);
+  if (status.ok()) return result;
+  if (copied) files.remove(result.keptCopy);
+  return failure(status, path);
 }
 
 WriteResult appendAtomically(File& file, const std::string& path, std::string_view bytes,
-                             std::string_view former) {
+                             std::uint64_t formerSize) {
   FileStatus status = file.write(bytes);
   if (status.ok()) status = file.flush();
-  if (!status.ok() && file.truncate(former.size()).ok()) file.flush();
+  if (!status.ok() && file.truncate(formerSize).ok()) file.flush();
   // Flushed bytes are on the disk whatever closing says; calling them lost would have them filed twice.
   file.close();
   return status.ok() ? WriteResult{} : failure(status, path);

@@ -1,52 +1,30 @@
 #include "tree/left_view.h"
 
+#include <new>
 #include <utility>
 
+#include "framework/module.h"
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
-#include "list/columns.h"
+#include "list/reports.h"
 #include "phonelink/handset_folders.h"
 #include "resources/resource_ids.h"
 #include "skin/settings.h"
-#include "store/store_names.h"
 
 namespace tree {
 namespace {
 
 constexpr int imageExtent = 55;
 
-// The sections of the skin that name the tree's images, in the order of the image list.
-constexpr const char* imageSections[] = {"Mobile", "PC", "MInbox", "MOutbox", "PInbox", "PSent", "PDraft"};
-
-// An item's text and its place in the image list. Order and images are relied upon by findItems.
-struct Item {
-  UINT text;
-  int image;
-};
-constexpr Item mobileItems[] = {{IDS_MOBILE, 0}, {IDS_MOBILE_INBOX, 2}, {IDS_MOBILE_OUTBOX, 3}};
-constexpr Item pcItems[] = {{IDS_PC, 1}, {IDS_PC_INBOX, 4}, {IDS_PC_SENT, 5}, {IDS_PC_DRAFT, 6}};
-
-UINT nameOf(store::Folder folder) {
-  constexpr UINT names[] = {IDS_MOBILE_INBOX, IDS_MOBILE_OUTBOX, IDS_PC_INBOX, IDS_PC_SENT, IDS_PC_DRAFT};
-  return names[store::position(folder)];
-}
-
-store::StoreFile openStore(const LeftViewServices& services, store::Folder folder) {
-  const store::StoreName& name = store::storeName(folder);
-  return {services.files, services.codePage, store::folderState().storePaths[store::position(folder)],
-          name.section};
-}
-
 }  // namespace
 
 CLeftView::CLeftView(LeftViewServices services, list::CQuilletView& list)
     : services_(std::move(services)),
       list_(list),
-      stores_{openStore(services_, store::Folder::PInbox), openStore(services_, store::Folder::PSent),
-              openStore(services_, store::Folder::PDraft)} {
+      folders_(services_.files, services_.codePage, services_.moduleDirectory) {
   store::folderState().lastSelectedItem = nullptr;
-  list_.connect(*this, *this);
+  list_.connect(folders_, *this);
 }
 
 const framework::MessageMap* CLeftView::messageMap() const {
@@ -72,27 +50,31 @@ bool CLeftView::onCreated(const CREATESTRUCTW&) {
   if (defaultProcessing() == -1) return false;
   gdiplus_.emplace();
   loadImages();
-  const auto insertGroup = [this](std::span<const Item> items) {
-    const HTREEITEM group = insertItem(TVI_ROOT, framework::loadString(items[0].text), items[0].image);
-    for (const Item& item : items.subspan(1)) insertItem(group, framework::loadString(item.text), item.image);
-    expand(group);
-  };
-  insertGroup(mobileItems);
-  insertGroup(pcItems);
+  // The places of the items are relied upon by findItems. The groups' images stand before those of the
+  // folders.
+  int image = static_cast<int>(store::groupRows.size());
+  for (const store::GroupRow& group : store::groupRows) {
+    const HTREEITEM parent = insertItem(TVI_ROOT, framework::loadString(group.text),
+                                        static_cast<int>(store::position(group.group)));
+    for (const store::FolderRow& row : store::folderRows)
+      if (row.group == group.group) insertItem(parent, framework::loadString(row.text), image++);
+    expand(parent);
+  }
   return true;
 }
 
 void CLeftView::loadImages() {
   images_.reset(ImageList_Create(imageExtent, imageExtent, ILC_COLOR16, 6, 1));
   const std::string folder = skin::skinFolder(services_.moduleDirectory);
-  for (const char* section : imageSections) {
+  const auto add = [&](std::string_view section) {
     std::string name;
-    if (!skin::zl_GetSettingString(section, "image", skin::skinFile(services_.moduleDirectory), name))
-      continue;
+    if (!skin::zl_GetSettingString(section, "image", skin::skinFile(services_.moduleDirectory), name)) return;
     const skin::CImage image(folder + name);
     if (const auto bitmap = image.toBitmap(RGB(255, 255, 255), {imageExtent, imageExtent}))
       ImageList_Add(images_.get(), bitmap.get(), nullptr);
-  }
+  };
+  for (const store::GroupRow& row : store::groupRows) add(row.imageSection);
+  for (const store::FolderRow& row : store::folderRows) add(row.imageSection);
   TreeView_SetImageList(handle(), images_.get(), TVSIL_NORMAL);
 }
 
@@ -100,24 +82,24 @@ void CLeftView::onDestroyed() {
   defaultProcessing();
   TreeView_SetImageList(handle(), nullptr, TVSIL_NORMAL);
   images_.reset();
-  for (const store::Folder folder : store::allFolders) freeTable(folder);
+  for (const store::FolderRow& row : store::folderRows) folders_.clear(row.folder);
   gdiplus_.reset();
 }
 
 void CLeftView::findItems() {
   store::FolderState& state = store::folderState();
-  state.mobileGroup = nextItem(nullptr, TVGN_ROOT);
-  selectItem(nextItem(state.mobileGroup, TVGN_CHILD));
-  state.pcGroup = nextItem(state.mobileGroup, TVGN_NEXT);
-  const auto walk = [&](HTREEITEM group, std::initializer_list<store::Folder> folders) {
-    HTREEITEM item = nextItem(group, TVGN_CHILD);
-    for (const store::Folder folder : folders) {
-      state.items[store::position(folder)] = item;
+  HTREEITEM parent = nextItem(nullptr, TVGN_ROOT);
+  selectItem(nextItem(parent, TVGN_CHILD));
+  for (const store::GroupRow& group : store::groupRows) {
+    state.groups[store::position(group.group)] = parent;
+    HTREEITEM item = nextItem(parent, TVGN_CHILD);
+    for (const store::FolderRow& row : store::folderRows) {
+      if (row.group != group.group) continue;
+      state.items[store::position(row.folder)] = item;
       item = nextItem(item, TVGN_NEXT);
     }
-  };
-  walk(state.mobileGroup, {store::Folder::MInbox, store::Folder::MOutbox});
-  walk(state.pcGroup, {store::Folder::PInbox, store::Folder::PSent, store::Folder::PDraft});
+    parent = nextItem(parent, TVGN_NEXT);
+  }
 }
 
 std::string CLeftView::itemPath(HTREEITEM item) const {
@@ -141,45 +123,54 @@ int CLeftView::refreshCount(std::string_view path) {
 }
 
 void CLeftView::reload(store::Folder folder) {
-  store::FolderTable& table = tables_[folder];
-  if (store::isOnHandset(folder)) {
-    phonelink::readHandsetFolder(services_.link, folder, table);
-  } else {
-    table.clear();
-    store::StoreFile& file = storeFile(folder);
-    const store::ReadResult result = file.read(table);
-    if (!(result.ok() && result.whole) && services_.reportUnread) services_.reportUnread(file, result);
+  if (!store::isOnPc(folder)) {
+    folders_.fill(folder, phonelink::readHandsetFolder(services_.link, folder));
+  } else if (const store::ReadResult read = folders_.reload(folder); !read.ok()) {
+    list::showMessage(
+        framework::formatText(framework::loadString(IDS_CANNOT_READ),
+                              {folders_.path(folder), framework::systemErrorText(read.status.code)}),
+        MB_ICONWARNING);
+  } else if (!read.lossless) {
+    notes_ +=
+        framework::formatText(framework::loadString(IDS_PARTLY_READ), {store::rowOf(folder).file}) + " ";
   }
-  setCount(folder);
+  showCount(folder);
 }
 
-void CLeftView::freeTable(store::Folder folder) {
-  tables_[folder].clear();
-  if (store::isOnPc(folder)) storeFile(folder).forget();
+void CLeftView::reloadFiled() try {
+  const auto selected = store::selectedFolder(store::folderState());
+  for (const store::Folder folder : {store::Folder::PSent, store::Folder::PDraft}) {
+    if (selected == folder) list_.empty();
+    reload(folder);
+    if (selected == folder) showSelected();
+  }
+  if (const std::string left = takeNotes(); !left.empty()) showStatus(left);
+} catch (const std::bad_alloc&) {
+  framework::reportOutOfMemory();  // what has been filed must not be filed again for that
 }
 
-void CLeftView::setCount(store::Folder folder) {
+void CLeftView::showCount(store::Folder folder) {
   setItemText(store::folderState().items[store::position(folder)],
-              framework::formatText(
-                  "%s(%d)", {framework::loadString(nameOf(folder)), std::to_string(tables_[folder].size())}));
+              framework::formatText("%s(%d)", {framework::loadString(store::rowOf(folder).text),
+                                               std::to_string(folders_[folder].size())}));
 }
 
-store::StoreFile& CLeftView::storeFile(store::Folder folder) {
-  return stores_[store::position(folder) - store::position(store::Folder::PInbox)];
+void CLeftView::showSelected() {
+  if (const auto folder = store::selectedFolder(store::folderState())) list_.show(*folder);
 }
 
-void CLeftView::showInList(store::Folder folder) {
-  if (!tables_[folder].empty()) list_.showRecords(std::as_const(tables_)[folder].records());
+std::string CLeftView::takeNotes() {
+  return std::exchange(notes_, {}) + list::keptCopies(folders_);
 }
 
 void CLeftView::setColumnsFor(HTREEITEM item) {
   // The heading goes by the last selected item, which on platform 98 does not follow the selection.
   const store::FolderState& state = store::folderState();
   const auto headed = store::folderOfItem(state, state.lastSelectedItem);
-  const UINT heading = headed && list::namesSender(*headed) ? IDS_SENDER : IDS_RECEIVER;
+  const UINT heading = headed && store::rowOf(*headed).received ? IDS_SENDER : IDS_RECEIVER;
   list_.setPhoneHeading(framework::loadString(heading));
   const auto shown = store::folderOfItem(state, item);
-  list_.setTimeColumnShown(!shown || list::showsTime(*shown));
+  list_.setTimeColumnShown(!shown || store::rowOf(*shown).timed);
 }
 
 LRESULT CLeftView::onSelectionChanging(NMTREEVIEWW& change) {
@@ -190,17 +181,13 @@ LRESULT CLeftView::onSelectionChanging(NMTREEVIEWW& change) {
   if (!state.windows98Mode) state.lastSelectedItem = item;
   state.selectedPath = itemPath(item);
   if (store::isGroup(state, item)) {
-    if (!state.windows98Mode) list_.deleteAllItems();
+    if (!state.windows98Mode) list_.empty();
     return 0;
   }
   if (clickSelect_) setColumnsFor(item);
-  const auto folder = store::selectedFolder(state);
-  // Nothing is shown and nothing is to be, as while the program starts.
-  if (list_.itemCount() == 0 && !(folder && !tables_[*folder].empty())) return 0;
   const framework::CWaitCursor wait;
-  const framework::CRedrawLock lock(list_);
-  list_.deleteAllItems();
-  if (folder) showInList(*folder);
+  list_.empty();
+  showSelected();
   return 0;
 }
 

@@ -1,14 +1,10 @@
-// Filing: what is dropped on a folder, and the changes that the list asks for.
-#include <utility>
-
+// Filing: what is dropped on a folder.
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
 #include "list/list_state.h"
-#include "list/transfer.h"
+#include "list/reports.h"
 #include "resources/resource_ids.h"
-#include "store/folder_change.h"
-#include "store/text_file.h"
 #include "tree/left_view.h"
 
 namespace tree {
@@ -21,32 +17,6 @@ using list::listState;
 constexpr int hotSpot = -15;
 
 }  // namespace
-
-bool CLeftView::replaceRecords(store::Folder folder, std::vector<store::SmsRecord> records) {
-  return follow(folder, store::replaceRecords(storeFile(folder), tables_[folder], std::move(records)),
-                IDS_CANNOT_CHANGE);
-}
-
-bool CLeftView::takeBack(store::Folder folder, std::vector<store::SmsRecord> records) {
-  return follow(folder, store::replaceRecords(storeFile(folder), tables_[folder], std::move(records)),
-                IDS_IN_BOTH_FOLDERS);
-}
-
-bool CLeftView::removeRecord(store::Folder folder, std::size_t slot) {
-  return follow(folder, store::eraseRecord(storeFile(folder), tables_[folder], slot), IDS_CANNOT_CHANGE);
-}
-
-bool CLeftView::follow(store::Folder folder, const store::WriteResult& written, UINT failure) {
-  services_.reportWrite(written, failure);
-  if (written.ok()) setCount(folder);
-  return written.ok();
-}
-
-bool CLeftView::saveText(const std::string& path, std::span<const store::SmsRecord> records) {
-  const store::WriteResult written = store::appendText(services_.files, services_.codePage, path, records);
-  services_.reportWrite(written, IDS_CANNOT_SAVE);
-  return written.ok();
-}
 
 HTREEITEM CLeftView::itemAt(POINT screen) const {
   TVHITTESTINFO hit{};
@@ -92,9 +62,12 @@ void CLeftView::transfer() {
 
   const framework::CWaitCursor wait;
   const bool move = store::isOnPc(*source);
-  if (!list::transferMessages(*this, *source, *target, slots)) return;
-  if (move) list_.removeRows(slots);
-  showStatus(
+  const store::WriteResult result = folders_.move(*source, *target, slots);
+  if (result.ok() && move) list_.removeRows(slots);
+  showCount(*target);
+  showCount(*source);
+  if (!list::report(result, IDS_CANNOT_CHANGE)) return;
+  showResult(
       framework::formatText(framework::loadString(move ? IDS_MOVED : IDS_COPIED),
                             {std::to_string(slots.size()), state.folderPaths[store::position(*target)]}));
 }

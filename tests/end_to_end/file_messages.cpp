@@ -15,7 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/windows_code_page.h"
+#include "text/system.h"
 #include "app/windows_files.h"
 #include "support/filing_desk.h"
 

@@ -7,7 +7,7 @@
 #include <set>
 #include <span>
 
-#include "app/windows_code_page.h"
+#include "text/system.h"
 #include "dialog_visit.h"
 #include "dialogs/compose_state.h"
 #include "framework/text.h"

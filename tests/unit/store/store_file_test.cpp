@@ -258,7 +258,7 @@ Strings unbroken(Strings texts) {
 
 // After filing and rewriting, everything that was read is still there, and the former bytes are in front of
 // the file or in the copy.
-void expectNothingLost(const std::string& before, const store::CodePage& page) {
+void expectNothingLost(const std::string& before, const text::CodePage& page) {
   support::MemoryFileSystem files;
   files.put(path, before);
   StoreFile file(files, page, path, "PCSENT");
@@ -323,7 +323,7 @@ TEST(StoreFileDamageTest, Rubbish) {
       bytes +=
           random() % 8 == 0 ? std::string(1, static_cast<char>(random())) : pieces[random() % pieces.size()];
     }
-    expectNothingLost(bytes, round % 2 == 0 ? static_cast<const store::CodePage&>(latin1) : doubleByte);
+    expectNothingLost(bytes, round % 2 == 0 ? static_cast<const text::CodePage&>(latin1) : doubleByte);
     if (testing::Test::HasFatalFailure()) FAIL() << testing::PrintToString(bytes);
   }
 }

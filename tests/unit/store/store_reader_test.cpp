@@ -158,7 +158,7 @@ const std::vector<Case> cases{
 };
 
 // In two blocks, cut at every place, and in blocks of one byte.
-void expectTheSameHoweverItIsCut(const std::string& bytes, const store::CodePage& page,
+void expectTheSameHoweverItIsCut(const std::string& bytes, const text::CodePage& page,
                                  const store::FolderTable& table, const store::StoreShape& shape) {
   const auto expectSame = [&](const std::vector<std::string_view>& blocks) {
     store::FolderTable again;
@@ -182,8 +182,8 @@ TEST(StoreReaderTest, EveryRule) {
   const support::DoubleBytePage doubleByte;
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    const store::CodePage& page =
-        c.page == Page::latin1 ? static_cast<const store::CodePage&>(latin1) : doubleByte;
+    const text::CodePage& page =
+        c.page == Page::latin1 ? static_cast<const text::CodePage&>(latin1) : doubleByte;
     store::FolderTable table;
     const store::StoreShape shape = readStore(c.bytes, "PCINBOX", page, table);
     EXPECT_EQ(std::vector<SmsRecord>(table.records().begin(), table.records().end()), c.records);

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "store/code_page.h"
+#include "text/code_page.h"
 
 namespace support {
 
 // One byte for each of the first 256 characters.
-class Latin1Page : public store::CodePage {
+class Latin1Page : public text::CodePage {
  public:
   std::optional<std::string> encode(std::string_view utf8) const override;
   std::string decode(std::string_view bytes) const override;
@@ -17,7 +17,7 @@ class Latin1Page : public store::CodePage {
 
 // ASCII, and two bytes for each of some Korean syllables. The first is 0x81 to 0x9F; the second is 0x30 or
 // above and so may look like '=' or '['. U+AC0D is "\x81=".
-class DoubleBytePage : public store::CodePage {
+class DoubleBytePage : public text::CodePage {
  public:
   std::optional<std::string> encode(std::string_view utf8) const override;
   std::string decode(std::string_view bytes) const override;

@@ -19,7 +19,7 @@ namespace {
 using Records = std::vector<SmsRecord>;
 
 StoreFile storeIn(const std::string& directory, std::size_t place, store::FileSystem& files,
-                  const store::CodePage& codePage) {
+                  const text::CodePage& codePage) {
   const store::StoreName& name = store::storeNames[place];
   return {files, codePage, directory + std::string(name.file), name.section};
 }
@@ -43,7 +43,7 @@ bool sort(FilingDesk& desk) {
 
 }  // namespace
 
-FilingDesk::FilingDesk(store::FileSystem& files, const store::CodePage& codePage,
+FilingDesk::FilingDesk(store::FileSystem& files, const text::CodePage& codePage,
                        const std::string& directory)
     : stores_{storeIn(directory, 0, files, codePage), storeIn(directory, 1, files, codePage),
               storeIn(directory, 2, files, codePage)} {

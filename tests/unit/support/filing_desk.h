@@ -17,7 +17,7 @@ namespace support {
 class FilingDesk : public list::FolderRecords {
  public:
   // The directory ends in a separator.
-  FilingDesk(store::FileSystem& files, const store::CodePage& codePage, const std::string& directory);
+  FilingDesk(store::FileSystem& files, const text::CodePage& codePage, const std::string& directory);
 
   bool isRead() const { return isRead_; }
   // Files a message behind the others and reads the folder again.

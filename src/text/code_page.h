@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace store {
+namespace text {
 
 // The system's ANSI code page. ASCII characters are the same bytes in it and in UTF-8.
 class CodePage {
@@ -18,6 +18,12 @@ class CodePage {
   virtual std::optional<std::string> encode(std::string_view utf8) const = 0;
   // Valid UTF-8 for any bytes; what the page does not define becomes some replacement.
   virtual std::string decode(std::string_view bytes) const = 0;
+  // Whether the byte begins a character of two bytes.
+  virtual bool isLeadByte(char byte) const = 0;
 };
 
-}  // namespace store
+// A key whose bytes lie in the order of the page's characters: every character of one byte stands before
+// those of two. Texts that the page cannot hold come after all others.
+std::string orderKey(const CodePage& codePage, std::string_view utf8);
+
+}  // namespace text
