@@ -29,7 +29,8 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
-// An open file, owned by whoever opened it. Destroying it closes it without a report.
+// An open file, owned by whoever opened it. Destroying it closes it without a report. Only reading takes
+// memory: what has been written never ends in an exception.
 class File {
  public:
   File() = default;

@@ -14,13 +14,13 @@ constexpr std::string_view lineEnd = " \r\n";
 void appendLine(std::string& text, std::string_view key, std::string_view value,
                 LineBreaks breaks = LineBreaks::stored) {
   text.append(key).append(" = ");
-  for (const char c : value) {
+  constexpr std::string_view broken("\r\n\0", 3);
+  while (!value.empty()) {
+    const std::size_t unbroken = std::min(value.find_first_of(broken), value.size());
+    text += value.substr(0, unbroken);
     // A NUL would end the line for other readers of the file.
-    if (c != '\r' && c != '\n' && c != '\0') {
-      text += c;
-    } else if (c != '\r' || breaks == LineBreaks::stored) {
-      text += ' ';
-    }
+    if (unbroken < value.size() && (value[unbroken] != '\r' || breaks == LineBreaks::stored)) text += ' ';
+    value.remove_prefix(std::min(unbroken + 1, value.size()));
   }
   text += lineEnd;
 }

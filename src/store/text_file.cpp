@@ -22,7 +22,7 @@ WriteResult appendText(FileSystem& files, const text::CodePage& codePage, const 
   if (!status.ok()) return failure(status, path);
 
   // A file that somebody else ended without a line end must not swallow the first line.
-  if (!bytes.empty() && bytes.back() != '\n') text.insert(0, "\r\n");
+  if (!bytes.empty() && bytes != text::byteOrderMark && bytes.back() != '\n') text.insert(0, "\r\n");
   if (const auto tail = bytesToAppend(text, bytes.starts_with(text::byteOrderMark), codePage))
     return appendAtomically(*opened.file, path, *tail, bytes.size());
   opened.file->close();

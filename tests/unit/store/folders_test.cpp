@@ -1,0 +1,211 @@
+#include "store/folders.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <optional>
+
+#include "store/folder_state.h"
+#include "support/fake_code_pages.h"
+#include "support/memory_file_system.h"
+#include "support/messages.h"
+
+namespace {
+
+using namespace support;
+using store::Folder;
+using store::Folders;
+using Strings = std::vector<std::string>;
+using Fault = MemoryFileSystem::Fault;
+using Outcome = store::WriteResult::Outcome;
+using Slots = std::vector<std::size_t>;
+
+constexpr Folder pcFolders[] = {Folder::PInbox, Folder::PSent, Folder::PDraft};
+const Latin1Page page;
+
+// A disk with the messages a to e in PInbox, x in PSent, and an outbox with h on the handset.
+struct Desk {
+  Desk() {
+    std::string inbox = "[PCINBOX] \r\n";
+    for (const char* text : {"a", "b", "c", "d", "e"}) inbox += lines(text);
+    files.put("pcInbox.dat", inbox);
+    files.put("pcSent.dat", "[PCSENT] \r\n" + lines("x"));
+    load();
+  }
+  void load() {
+    folders.emplace(files, page, "");
+    for (const Folder folder : pcFolders) EXPECT_TRUE(folders->reload(folder).ok());
+    store::FolderTable outbox;
+    outbox.append(message("h"));
+    folders->fill(Folder::MOutbox, std::move(outbox));
+  }
+  // What the tables hold, as "abcde|x|".
+  std::string tables() const {
+    std::string all;
+    for (const Folder folder : pcFolders) {
+      for (const std::string& text : contents((*folders)[folder])) all += text;
+      if (folder != Folder::PDraft) all += '|';
+    }
+    return all;
+  }
+
+  MemoryFileSystem files;
+  std::optional<Folders> folders;
+};
+
+struct Change {
+  const char* name;
+  std::function<store::WriteResult(Folders&)> run;
+  std::string after;
+  std::string between = {};  // another state in which a program that ends midway may leave the files
+};
+
+const Change changes[] = {
+    {"file in a store that is there", [](Folders& f) { return f.append(Folder::PSent, message("y")); },
+     "abcde|xy|"},
+    {"file in a store that is not", [](Folders& f) { return f.append(Folder::PDraft, message("y")); },
+     "abcde|x|y"},
+    {"file beyond the code page", [](Folders& f) { return f.append(Folder::PSent, message("€")); },
+     "abcde|x€|"},
+    {"delete", [](Folders& f) { return f.erase(Folder::PInbox, 1); }, "acde|x|"},
+    {"sort",
+     [](Folders& f) {
+       return f.replace(Folder::PInbox, {message("e"), message("b")});
+     },
+     "eb|x|"},
+    {"delete all", [](Folders& f) { return f.replace(Folder::PInbox, {}); }, "|x|"},
+    {"move",
+     [](Folders& f) {
+       return f.move(Folder::PInbox, Folder::PSent, Slots{4, 2, 1});
+     },
+     "ad|xecb|", "abcde|xecb|"},
+    {"copy",
+     [](Folders& f) {
+       return f.move(Folder::MOutbox, Folder::PDraft, Slots{0, 7});
+     },
+     "abcde|x|h"},
+};
+
+// Every step of every change fails, or the program ends before or after it, or memory runs out there. Files
+// hold all of the old or all of the new, tables say what the files say, and the change can be made again.
+TEST(Folders, EveryStepOfEveryChangeMayGoWrong) {
+  for (const Change& change : changes) {
+    Desk undisturbed;
+    const std::size_t before = undisturbed.files.steps().size();
+    ASSERT_TRUE(change.run(*undisturbed.folders).ok());
+    const std::size_t steps = undisturbed.files.steps().size() - before;
+    const std::string untouched = undisturbed.tables();
+    undisturbed.load();
+    ASSERT_EQ(undisturbed.tables(), change.after) << change.name;
+    const bool filing = std::string_view(change.name).starts_with("file");
+    // A filed message is in the table only once the file has been read again.
+    ASSERT_EQ(untouched, filing ? "abcde|x|" : change.after) << change.name;
+
+    for (std::size_t step = 0; step < steps; ++step) {
+      for (const Fault fault : {Fault::fail, Fault::outOfMemory, Fault::killBefore, Fault::killAfter}) {
+        SCOPED_TRACE(std::string(change.name) + ", step " + std::to_string(step) + ", fault " +
+                     std::to_string(static_cast<int>(fault)));
+        Desk desk;
+        desk.files.inject(fault, step);
+        const store::WriteResult result = change.run(*desk.folders);
+        const bool killed = fault == Fault::killBefore || fault == Fault::killAfter;
+        const std::string told = desk.tables();
+        desk.files.restart();
+        desk.load();
+        const std::string found = desk.tables();
+        if (killed) {
+          // The answer has reached nobody.
+          EXPECT_TRUE(found == change.after || found == "abcde|x|" || found == change.between) << found;
+        } else {
+          EXPECT_EQ(found, result.ok() ? change.after : "abcde|x|");
+          EXPECT_EQ(told, filing ? "abcde|x|" : found);
+        }
+        if (found == "abcde|x|") {
+          EXPECT_TRUE(change.run(*desk.folders).ok());
+          desk.load();
+          EXPECT_EQ(desk.tables(), change.after);
+        }
+        for (const std::string& path : desk.files.paths()) EXPECT_EQ(path.find(".unread"), path.npos) << path;
+      }
+    }
+  }
+}
+
+TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
+  Desk desk;
+  // The target has been written: from here on nothing works any more.
+  desk.files.inject(Fault::fail, 7, true);
+  const store::WriteResult result = desk.folders->move(Folder::PInbox, Folder::PSent, Slots{1, 0});
+  EXPECT_EQ(result.outcome, Outcome::inBoth);
+  EXPECT_EQ(result.code, MemoryFileSystem::faultCode);
+  EXPECT_EQ(result.file, "pcInbox.dat");
+  EXPECT_EQ(desk.tables(), "abcde|xba|");
+}
+
+TEST(Folders, AFolderThatWasGivenUpIsNotWritten) {
+  Desk desk;
+  for (const Folder folder : {Folder::PSent, Folder::PDraft}) desk.folders->clear(folder);
+  EXPECT_EQ(desk.folders->replace(Folder::PSent, {}).outcome, Outcome::notRead);
+  EXPECT_EQ(desk.folders->move(Folder::PInbox, Folder::PSent, Slots{0}).outcome, Outcome::notRead);
+  desk.load();
+  EXPECT_EQ(desk.tables(), "abcde|x|");
+}
+
+TEST(Folders, KeptCopiesAreToldOnce) {
+  Desk desk;
+  desk.files.put("pcInbox.dat", "[PCINBOX] \r\n" + lines("from elsewhere"));
+  ASSERT_TRUE(desk.folders->erase(Folder::PInbox, 0).ok());
+  EXPECT_EQ(desk.folders->takeKeptCopies(), Strings{"pcInbox.dat.unread-1"});
+  EXPECT_EQ(desk.folders->takeKeptCopies(), Strings{});
+}
+
+TEST(Folders, SavesTheChosenMessagesInTheirOrder) {
+  Desk desk;
+  ASSERT_TRUE(desk.folders->saveText("out.txt", Folder::PInbox, Slots{3, 0, 9}).ok());
+  EXPECT_EQ(desk.files.bytes("out.txt"), lines("d") + lines("a"));
+}
+
+TEST(FolderState, FoldersAreKnownByItemsAndByPaths) {
+  char places[8] = {};
+  const auto item = [&](std::size_t i) { return reinterpret_cast<store::TreeItem>(&places[i]); };
+  store::resetFolderState();
+  store::FolderState& state = store::folderState();
+  // Before the tree has been walked, no item is not an item, and no path is found in every text.
+  EXPECT_EQ(folderOfItem(state, nullptr), std::nullopt);
+  EXPECT_EQ(folderInPath(state, "PC\\Inbox"), std::nullopt);
+  EXPECT_FALSE(isGroup(state, nullptr));
+
+  state.groups = {item(0), item(1)};
+  state.items = {item(2), item(3), item(4), item(5), item(6)};
+  const std::map<unsigned, std::string> texts{
+      {IDS_MOBILE, "Mobile"},  {IDS_MOBILE_INBOX, "Inbox"}, {IDS_MOBILE_OUTBOX, "Outbox"}, {IDS_PC, "PC"},
+      {IDS_PC_INBOX, "Inbox"}, {IDS_PC_SENT, "Gesendet"},   {IDS_PC_DRAFT, "Entwürfe"}};
+  joinFolderPaths(state, [&](unsigned id) { return texts.at(id); });
+  const std::pair<const char*, std::optional<Folder>> paths[] = {
+      {"Mobile\\Inbox(2)", Folder::MInbox},
+      {"Mobile\\Outbox", Folder::MOutbox},
+      {"PC\\Inbox(12)", Folder::PInbox},
+      {"Root\\PC\\Gesendet(4)", Folder::PSent},
+      {"PC\\Entwürfe(0)", Folder::PDraft},
+      {"PC\\Inbox and Mobile\\Inbox", Folder::MInbox},
+      {"Mobile", std::nullopt},
+      {"Inbox(2)", std::nullopt}};
+  for (const auto& [path, folder] : paths) EXPECT_EQ(folderInPath(state, path), folder) << path;
+  for (std::size_t i = 0; i < 8; ++i) {
+    EXPECT_EQ(isGroup(state, item(i)), i < 2);
+    const auto folder = folderOfItem(state, item(i));
+    EXPECT_EQ(folder.has_value(), i >= 2 && i < 7);
+    if (folder) {
+      EXPECT_EQ(position(*folder), i - 2);
+    }
+  }
+  state.selectedItem = item(5);
+  state.selectedPath = "PC\\Inbox(1)";
+  EXPECT_EQ(selectedFolder(state), Folder::PSent);
+  state.windows98Mode = true;
+  EXPECT_EQ(selectedFolder(state), Folder::PInbox);
+  store::resetFolderState();
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "support/fake_code_pages.h"
+#include "text/plain.h"
+#include "text/unicode.h"
+
+namespace {
+
+TEST(Text, PlainQuestions) {
+  EXPECT_EQ(text::trimmed(" \t a b\r\n\f\v"), "a b");
+  EXPECT_EQ(text::trimmed(" \n "), "");
+  EXPECT_TRUE(text::equalInAnyCase("PORTaz", "portAZ"));
+  EXPECT_FALSE(text::equalInAnyCase("port", "ports"));
+  EXPECT_FALSE(text::equalInAnyCase("[@`", "{`@"));
+  EXPECT_TRUE(text::isAscii("a\x7F"));
+  EXPECT_FALSE(text::isAscii("a\x80"));
+}
+
+TEST(Text, MalformedBytesBecomeReplacementCharactersOneByOne) {
+  const struct {
+    std::string bytes;
+    std::u16string units;
+  } cases[] = {
+      {"", u""},
+      {"aé€😀", u"aé€😀"},
+      {"\xC1\xBF\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong
+      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},                      // a surrogate
+      {"\xF4\x90\x80\x80\xF5", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond U+10FFFF
+      {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xE2\x82", u"\uFFFD\uFFFD"},  // cut
+      {"\xC3(\x80", u"\uFFFD(\uFFFD"},
+      {"\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
+       u"\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(text::utf16FromUtf8(c.bytes), c.units);
+    EXPECT_EQ(text::repairedUtf8(c.bytes), text::utf8FromUtf16(c.units));
+    EXPECT_EQ(text::isValidUtf8(c.bytes), text::utf8FromUtf16(c.units) == c.bytes);
+  }
+  const std::u16string halves{u'a', 0xDC00, 0xD800, u'b', 0xD800};
+  EXPECT_EQ(text::utf8FromUtf16(halves), "a��b�");
+}
+
+TEST(Text, CharactersStayWhole) {
+  EXPECT_EQ(text::firstCharacter(u"😀a"), u"😀");
+  EXPECT_EQ(text::firstCharacter(u"a😀"), u"a");
+  EXPECT_EQ(text::fitting(u"a😀b", 2), u"a");
+  EXPECT_EQ(text::fitting(u"a😀b", 3), u"a😀");
+  EXPECT_EQ(text::fitting(u"a😀b", 4), u"a😀b");
+  EXPECT_EQ(text::fitting(u"😀", 0), u"");
+}
+
+TEST(Text, OrderIsThatOfThePagesCharacters) {
+  const support::DoubleBytePage page;
+  // ASCII, other single bytes, double bytes, and last what the page lacks; "ﾟ" is a higher byte than any
+  // lead.
+  const std::vector<std::string> ordered{"", "a", "ab", "aﾟ", "a갍", "b", "｡", "ﾟ", "가", "갍", "é", "😀"};
+  std::vector<std::string> keys;
+  for (const std::string& text : ordered) keys.push_back(orderKey(page, text));
+  EXPECT_TRUE(std::ranges::is_sorted(keys, std::ranges::less_equal()));
+  EXPECT_EQ(keys[1], "a");
+}
+
+}  // namespace
