@@ -9,17 +9,15 @@
 
 #include <algorithm>
 #include <exception>
-#include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "handset/modem_identity.h"
-#include "handset/port_settings.h"
 #include "handset/serial_port.h"
 #include "handset/serial_ports.h"
 #include "handset/system_clock.h"
+#include "text/system.h"
 
 namespace {
 
@@ -29,29 +27,20 @@ enum ExitCode { found = 0, noneFound = 1, notWritten = 2, badArguments = 64 };
 
 constexpr int baud = 115200;
 constexpr int askingTime = 3000;  // milliseconds for one port, once it is open
-constexpr LONGLONG largestSettings = 1 << 20;
 constexpr std::size_t portWidth = 8;
 constexpr std::size_t answerWidth = 34;
-
-struct CloseSystemHandle {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using SystemHandle = std::unique_ptr<void, CloseSystemHandle>;
 
 // To a console as characters, to a file or a pipe as UTF-8.
 void print(const std::wstring& text) {
   const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   DWORD mode = 0;
   DWORD written = 0;
-  const auto size = static_cast<int>(text.size());
   if (GetConsoleMode(output, &mode)) {
-    WriteConsoleW(output, text.data(), static_cast<DWORD>(size), &written, nullptr);
+    WriteConsoleW(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
     return;
   }
-  std::string bytes(text.size() * 3, '\0');
-  const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(),
-                                         static_cast<int>(bytes.size()), nullptr, nullptr);
-  WriteFile(output, bytes.data(), static_cast<DWORD>(length), &written, nullptr);
+  const std::string bytes = text::toUtf8(text);
+  WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
 void printRow(std::wstring port, std::wstring answer, const std::wstring& description) {
@@ -104,54 +93,9 @@ std::wstring settingsPath() {
   }
 }
 
-// The file's bytes; none when there is no file. Nullopt, and the last error set, when it cannot be read.
-std::optional<std::string> readSettings(const std::wstring& path) {
-  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE)
-    return GetLastError() == ERROR_FILE_NOT_FOUND ? std::optional{std::string{}} : std::nullopt;
-  const SystemHandle file{handle};
-  LARGE_INTEGER size{};
-  if (!GetFileSizeEx(handle, &size)) return std::nullopt;
-  if (size.QuadPart > largestSettings) {
-    SetLastError(ERROR_FILE_TOO_LARGE);
-    return std::nullopt;
-  }
-  std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-  DWORD got = 0;
-  if (!ReadFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &got, nullptr)) return std::nullopt;
-  bytes.resize(got);
-  return bytes;
-}
-
-bool writeWhole(const std::wstring& path, std::string_view bytes) {
-  const HANDLE handle =
-      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) return false;
-  const SystemHandle file{handle};
-  DWORD written = 0;
-  if (!WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) return false;
-  if (written != bytes.size()) SetLastError(ERROR_DISK_FULL);
-  return written == bytes.size() && FlushFileBuffers(handle);
-}
-
-// Whole or not at all: the new file takes the old one's place in one step.
-bool saveSettings(const std::wstring& path, int port) {
-  const std::optional<std::string> settings = readSettings(path);
-  if (!settings) return false;
-  const std::wstring fresh = path + L".new";
-  if (writeWhole(fresh, handset::withPort(*settings, port)) &&
-      MoveFileExW(fresh.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    return true;
-  const DWORD error = GetLastError();
-  DeleteFileW(fresh.c_str());
-  SetLastError(error);
-  return false;
-}
-
 ExitCode write(int port) {
   const std::wstring path = settingsPath();
-  if (saveSettings(path, port)) {
+  if (WritePrivateProfileStringW(L"port", L"com", std::to_wstring(port).c_str(), path.c_str())) {
     print(L"\r\nWritten to port.ini: com=" + std::to_wstring(port) + L"\r\n");
     return found;
   }
