@@ -5,18 +5,16 @@
 #include <string_view>
 #include <vector>
 
-#include "handset/code_page.h"
+#include "text/code_page.h"
 
 // How UTF-8 texts become the contents of fixed fields. Characters stay whole: neither a surrogate pair nor a
 // double-byte character is ever cut in two. A NUL, which would end a field early, is left out.
 namespace handset {
 
-// Whether the code page has every character of the text.
-bool holds(const CodePage& codePage, std::string_view text);
-
 // The text in the code page, in pieces of at most `capacity` bytes; "?" for what the page lacks. An empty
 // text is one empty piece.
-std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacity, const CodePage& codePage);
+std::vector<std::string> narrowPieces(std::string_view text, std::size_t capacity,
+                                      const text::CodePage& codePage);
 
 // The same in UTF-16, in pieces of at most `capacity` code units.
 std::vector<std::u16string> widePieces(std::string_view text, std::size_t capacity);

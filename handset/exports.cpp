@@ -7,8 +7,8 @@
 #include "handset/serial_port.h"
 #include "handset/simulated/simulated_handset.h"
 #include "handset/system_clock.h"
-#include "handset/windows_code_page.h"
 #include "handset/windows_environment.h"
+#include "text/system.h"
 
 // The functions that the program binds by name. Buffers are the program's, of the sizes that the entry
 // layouts give; no exception leaves a function. Calls come from one thread at a time.
@@ -24,7 +24,7 @@ handset::Library& library() {
   static handset::Library instance{
       std::make_unique<handset::SimulatedHandset>(std::make_unique<handset::WindowsEnvironment>()),
       std::make_unique<handset::at::AtHandset>(handset::openSerialPort, clock),
-      std::make_unique<handset::WindowsCodePage>()};
+      std::make_unique<text::SystemCodePage>()};
   return instance;
 }
 

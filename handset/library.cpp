@@ -35,7 +35,7 @@ int fillContacts(const std::optional<std::vector<Contact>>& contacts, std::span<
 }  // namespace
 
 Library::Library(std::unique_ptr<Handset> simulated, std::unique_ptr<Handset> real,
-                 std::unique_ptr<CodePage> codePage)
+                 std::unique_ptr<text::CodePage> codePage)
     : simulated_{std::move(simulated)}, real_{std::move(real)}, codePage_{std::move(codePage)} {}
 
 int Library::open(int port, int baud) {
@@ -72,7 +72,7 @@ std::vector<phonelink::MessageEntry> Library::entriesOf(const Message& message) 
 
   std::vector<phonelink::MessageEntry> entries;
   // 16-bit characters only where they are needed: half as many fit.
-  if (unicode_ && !holds(*codePage_, message.text)) {
+  if (unicode_ && !codePage_->encode(message.text)) {
     entry.coding = phonelink::codingUcs2;
     for (const std::u16string& piece : widePieces(message.text, phonelink::wideTextCapacity)) {
       entry.setWideText(piece);
@@ -129,8 +129,9 @@ int Library::send(phonelink::MessageBytes entry) {
   // A number that fills its field to the last byte has no end: half a number reaches somebody else.
   if (message.phone.empty() || message.phone.size() > phonelink::phoneCapacity) return notSent;
   const bool wide = unicode_ && message.coding == phonelink::codingUcs2;
-  const std::u16string text = wide ? message.wideText() : codePage_->decode(message.narrowText());
-  return opened_->send(message.phone, text::utf8FromUtf16(text)) ? sent : notSent;
+  const std::string text =
+      wide ? text::utf8FromUtf16(message.wideText()) : codePage_->decode(message.narrowText());
+  return opened_->send(message.phone, text) ? sent : notSent;
 }
 
 int Library::initPhonebook() {

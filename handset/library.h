@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "handset/code_page.h"
 #include "handset/handset.h"
 #include "phonelink/entry_layouts.h"
+#include "text/code_page.h"
 
 namespace handset {
 
@@ -24,7 +24,7 @@ inline constexpr int simulatedPort = 0;
 class Library {
  public:
   Library(std::unique_ptr<Handset> simulated, std::unique_ptr<Handset> real,
-          std::unique_ptr<CodePage> codePage);
+          std::unique_ptr<text::CodePage> codePage);
 
   int open(int port, int baud);
   int init();
@@ -54,7 +54,7 @@ class Library {
 
   std::unique_ptr<Handset> simulated_;
   std::unique_ptr<Handset> real_;
-  std::unique_ptr<CodePage> codePage_;
+  std::unique_ptr<text::CodePage> codePage_;
   Handset* opened_ = nullptr;  // one of the two, while it is open
   bool ready_ = false;
   bool unicode_ = false;

@@ -3,16 +3,17 @@
 #include <algorithm>
 
 #include "handset/at/hex.h"
+#include "text/plain.h"
 
 namespace handset::at {
 namespace {
 
-constexpr std::string_view blanks{" \t\0", 3};
+constexpr std::string_view space{" \t\0", 3};  // some modems send NULs
 
 // Where the quote that begins at 0 ends; npos when it does not.
 std::size_t endOfQuote(std::string_view text) {
   for (std::size_t at = text.find('"', 1); at != text.npos; at = text.find('"', at + 1)) {
-    const std::size_t next = text.find_first_not_of(blanks, at + 1);
+    const std::size_t next = text.find_first_not_of(space, at + 1);
     if (next == text.npos || text[next] == ',') return at;
   }
   return text.npos;
@@ -21,9 +22,7 @@ std::size_t endOfQuote(std::string_view text) {
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+  return text::trimmed(text, space);
 }
 
 std::optional<std::string_view> valueOf(std::string_view line, std::string_view prefix) {
@@ -40,7 +39,7 @@ std::optional<std::string_view> valueOf(const std::vector<std::string>& lines, s
 std::vector<Field> fieldsOf(std::string_view values) {
   std::vector<Field> fields;
   for (bool more = true; more;) {
-    const std::size_t first = values.find_first_not_of(blanks);
+    const std::size_t first = values.find_first_not_of(space);
     values.remove_prefix(std::min(first, values.size()));
     Field field;
     std::size_t comma = 0;

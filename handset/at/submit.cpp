@@ -14,10 +14,6 @@ constexpr std::size_t textOctets = 140;  // room for header and text
 constexpr std::size_t maxParts = 255;
 constexpr std::size_t maxDigits = 20;
 
-bool isHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-
 // Where the pieces of at most `room` units end; `belongsToNext` says that a unit may not be a piece's last.
 template <typename Units, typename BelongsToNext>
 std::vector<std::size_t> ends(const Units& units, std::size_t room, BelongsToNext belongsToNext) {
@@ -161,7 +157,7 @@ std::optional<std::vector<SubmitPdu>> submitPdus(std::string_view number, std::s
         [&septets](std::size_t begin, std::size_t last) { return endsInEscape(*septets, begin, last); });
   }
   return divided(*dialled, true, reference, units, 70,
-                 [&units](std::size_t, std::size_t last) { return isHighSurrogate(units[last]); });
+                 [&units](std::size_t, std::size_t last) { return text::isHighSurrogate(units[last]); });
 }
 
 }  // namespace handset::at

@@ -8,12 +8,14 @@
 
 #include "handset/simulated/storage_numbers.h"
 #include "phonelink/entry_layouts.h"
+#include "text/plain.h"
+#include "text/unicode.h"
 
 namespace handset {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view blanks = " \t\r";
+using text::trimmed;
+
 constexpr const char* noSuchKey = "no such key in this section";
 
 enum class Section { none, unknown, settings, message, contact };
@@ -26,12 +28,6 @@ struct SectionName {
 constexpr std::array sectionNames{SectionName{"settings", Section::settings},
                                   SectionName{"message", Section::message},
                                   SectionName{"contact", Section::contact}};
-
-std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 template <typename Number>
 std::optional<Number> wholeNumber(std::string_view text, Number least, Number most) {
@@ -84,7 +80,7 @@ Content Parser::parse(std::string_view file) {
     const std::size_t lastBreak = file.rfind('\n');
     file = file.substr(0, lastBreak == std::string_view::npos ? 0 : lastBreak);
   }
-  if (file.starts_with(byteOrderMark)) file.remove_prefix(byteOrderMark.size());
+  if (file.starts_with(text::byteOrderMark)) file.remove_prefix(text::byteOrderMark.size());
   while (!file.empty()) {
     const std::size_t end = file.find('\n');
     ++line_;

@@ -15,11 +15,10 @@ bool isAscii(std::string_view text) {
   return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view space = " \t\r\n\f\v";
-  const std::size_t begin = text.find_first_not_of(space);
+std::string_view trimmed(std::string_view text, std::string_view whiteSpace) {
+  const std::size_t begin = text.find_first_not_of(whiteSpace);
   if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(space) - begin + 1);
+  return text.substr(begin, text.find_last_not_of(whiteSpace) - begin + 1);
 }
 
 bool equalInAnyCase(std::string_view left, std::string_view right) {

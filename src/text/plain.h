@@ -8,7 +8,7 @@ namespace text {
 bool isAscii(std::string_view text);
 
 // Without the white space at both ends.
-std::string_view trimmed(std::string_view text);
+std::string_view trimmed(std::string_view text, std::string_view whiteSpace = " \t\r\n\f\v");
 
 // Only ASCII letters have two cases here.
 bool equalInAnyCase(std::string_view left, std::string_view right);
