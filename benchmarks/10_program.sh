@@ -10,15 +10,15 @@ new_folder() {
   printf '[port]\r\ncom=0\r\n' > "$work/$1/port.ini"
 }
 
-# fill_folder NAME COUNT: so many messages in each of its five folders.
+# fill_folder NAME COUNT: so many messages in each of its PC folders, and 1,000 in those of the handset.
 fill_folder() {
   python3 - "$work/$1" "$2" <<'PYTHON'
 import pathlib, sys
 folder, count = pathlib.Path(sys.argv[1]), int(sys.argv[2])
-texts = ["%04d " % (i * 389 % count) + "m" * 155 for i in range(count)]
+texts = ["%06d " % (i * 38977 % count) + "m" * 153 for i in range(count)]
 with open(folder / "handset.txt", "w", encoding="utf-8") as handset:
     for status in ("received", "outgoing"):
-        for text in texts:
+        for text in texts[:1000]:
             handset.write(f"[message]\nstore = sim\nstatus = {status}\nnumber = +31600000001\n"
                           f"time = 26030211223304\ntext = {text}\n")
 for name, section in (("pcInbox", "PCINBOX"), ("pcSent", "PCSENT"), ("pcDraft", "PCDRAFT")):
@@ -45,12 +45,19 @@ new_folder full
 fill_folder full 1000
 start_rows '1,000 messages in each folder' full 1000
 
-in_wine "$benchmarks/operations.exe" 5 "Z:$work/full" | tr -d '\r' | while IFS='|' read -r name value least reference; do
-  row "$name" "$value" ms "$least" "$reference"
-done
+new_folder large
+fill_folder large 100000
+start_rows '100,000 in each PC folder' large 1000
+
+operations() { # ROUNDS FOLDER COUNT NAME
+  in_wine "$benchmarks/operations.exe" "$1" "Z:$work/$2" "$3" | tr -d '\r' |
+    while IFS='|' read -r name value least reference; do row "$4: $name" "$value" ms "$least" "$reference"; done
+}
+operations 5 full 1000 1,000
+operations 3 large 100000 100,000
 
 # At most what the command works on: the settings, images and stores; a store and the one beside it.
-python3 "$root/benchmarks/opened_files.py" "$work/full" wine "$benchmarks/operations.exe" 1 "Z:$work/full" \
+python3 "$root/benchmarks/opened_files.py" "$work/full" wine "$benchmarks/operations.exe" 1 "Z:$work/full" 1000 \
     2>/dev/null 9>&- | while IFS='|' read -r name count; do
   printf '%-46s %10d\n' "files opened: $name" "$count"
 done
