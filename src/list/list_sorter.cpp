@@ -27,9 +27,9 @@ ListSorter::ListSorter(std::string& SortKind, std::string_view kind) : sortKind_
   sortKind_ = kind;
 }
 
-std::vector<std::size_t> ListSorter::sorted(
-    std::span<const std::size_t> slots, const std::function<std::string(std::size_t slot)>& textOf,
-    const std::function<std::string(const std::string& text)>& orderKey) {
+std::vector<std::size_t> ListSorter::sorted(std::span<const std::size_t> slots,
+                                            const std::function<std::string(std::size_t slot)>& textOf,
+                                            const std::function<std::string(std::string text)>& orderKey) {
   if (sortKind_ == textKind)
     return sortedBy(slots, [&](std::size_t slot) { return TextSortKey{{slot}, orderKey(textOf(slot))}; });
   if (sortKind_ == dateKind)

@@ -19,7 +19,7 @@ class ListSorter {
   // orderKey bytes that lie in the order of the texts in any letter case.
   std::vector<std::size_t> sorted(std::span<const std::size_t> slots,
                                   const std::function<std::string(std::size_t slot)>& textOf,
-                                  const std::function<std::string(const std::string& text)>& orderKey);
+                                  const std::function<std::string(std::string text)>& orderKey);
 
  private:
   std::string& sortKind_;

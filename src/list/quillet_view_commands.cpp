@@ -14,6 +14,7 @@
 #include "skin/delete_confirm_dialog.h"
 #include "store/folder_state.h"
 #include "store/time_stamp.h"
+#include "text/plain.h"
 #include "text/system.h"
 
 namespace list {
@@ -24,7 +25,11 @@ using framework::loadString;
 // Milliseconds. Showing how far it is takes as long as deleting a message.
 constexpr ULONGLONG progressPause = 50;
 
-std::string lowered(const std::string& text) {
+std::string lowered(std::string text) {
+  if (text::isAscii(text)) {
+    std::ranges::transform(text, text.begin(), text::lowered);
+    return text;
+  }
   std::wstring wide = framework::toWide(text);
   CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
   return framework::toUtf8(wide);
@@ -82,7 +87,7 @@ LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
       ListSorter(listState().SortKind, kindOfColumn(click.iSubItem))
           .sorted(
               order_, [&](std::size_t slot) { return slotText(slot, click.iSubItem); },
-              [&](const std::string& text) { return text::orderKey(codePage, lowered(text)); });
+              [&](std::string text) { return text::orderKey(codePage, lowered(std::move(text))); });
 
   std::vector<bool> selected(order_.size());
   for (const std::size_t slot : selectedSlots()) selected[slot] = true;

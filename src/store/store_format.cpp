@@ -11,16 +11,26 @@ namespace {
 
 constexpr std::string_view lineEnd = " \r\n";
 
+bool hasControls(std::string_view text) {
+  bool found = false;  // without an early end, so that the compiler looks at many at once
+  for (const char c : text) found |= static_cast<unsigned char>(c) < ' ';
+  return found;
+}
+
 void appendLine(std::string& text, std::string_view key, std::string_view value,
                 LineBreaks breaks = LineBreaks::stored) {
   text.append(key).append(" = ");
-  constexpr std::string_view broken("\r\n\0", 3);
-  while (!value.empty()) {
-    const std::size_t unbroken = std::min(value.find_first_of(broken), value.size());
-    text += value.substr(0, unbroken);
-    // A NUL would end the line for other readers of the file.
-    if (unbroken < value.size() && (value[unbroken] != '\r' || breaks == LineBreaks::stored)) text += ' ';
-    value.remove_prefix(std::min(unbroken + 1, value.size()));
+  if (!hasControls(value)) {
+    text += value;
+  } else {
+    for (const char c : value) {
+      // A NUL would end the line for other readers of the file.
+      const bool broken = c == '\r' || c == '\n' || c == '\0';
+      if (!broken)
+        text += c;
+      else if (c != '\r' || breaks == LineBreaks::stored)
+        text += ' ';
+    }
   }
   text += lineEnd;
 }
@@ -40,6 +50,11 @@ void appendGroup(std::string& text, const SmsRecord& record, LineBreaks breaks, 
 
 std::string layOut(std::string_view section, std::span<const SmsRecord* const> records) {
   std::string text = headerLine(section);
+  constexpr std::size_t aroundValues = 64;
+  std::size_t size = text.size();
+  for (const SmsRecord* record : records)
+    size += record->Content.size() + record->Phone.size() + record->Time.size() + aroundValues;
+  text.reserve(size);
   for (const SmsRecord* record : records) appendGroup(text, *record, LineBreaks::stored, IndexLine::number);
   return text;
 }

@@ -4,10 +4,10 @@
 
 namespace text {
 
-std::string orderKey(const CodePage& codePage, std::string_view utf8) {
-  if (isAscii(utf8)) return std::string(utf8);
+std::string orderKey(const CodePage& codePage, std::string utf8) {
+  if (isAscii(utf8)) return utf8;
   const std::optional<std::string> bytes = codePage.encode(utf8);
-  if (!bytes) return "\xFF\xFF" + std::string(utf8);
+  if (!bytes) return "\xFF\xFF" + utf8;
   std::string key;
   for (std::size_t i = 0; i < bytes->size(); ++i) {
     const char byte = (*bytes)[i];

@@ -24,6 +24,6 @@ class CodePage {
 
 // A key whose bytes lie in the order of the page's characters: every character of one byte stands before
 // those of two. Texts that the page cannot hold come after all others.
-std::string orderKey(const CodePage& codePage, std::string_view utf8);
+std::string orderKey(const CodePage& codePage, std::string utf8);
 
 }  // namespace text

@@ -3,16 +3,15 @@
 #include <algorithm>
 
 namespace text {
-namespace {
 
 char lowered(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-}  // namespace
-
 bool isAscii(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  unsigned char all = 0;  // without an early end, so that the compiler looks at many at once
+  for (const char c : text) all |= static_cast<unsigned char>(c);
+  return all < 0x80;
 }
 
 std::string_view trimmed(std::string_view text, std::string_view whiteSpace) {

@@ -11,6 +11,7 @@ bool isAscii(std::string_view text);
 std::string_view trimmed(std::string_view text, std::string_view whiteSpace = " \t\r\n\f\v");
 
 // Only ASCII letters have two cases here.
+char lowered(char c);
 bool equalInAnyCase(std::string_view left, std::string_view right);
 
 }  // namespace text
