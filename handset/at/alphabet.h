@@ -18,7 +18,7 @@ using Octets = std::span<const std::uint8_t>;
 // Announces a character of the extension table; the two septets belong together.
 inline constexpr std::uint8_t escapeSeptet = 0x1B;
 
-// Never fails: what the extension table lacks is read from the default one, a lone escape is a blank. Only
+// Never fails: what the extension table lacks is read from the default one, a lone escape is a space. Only
 // the lower seven bits of each byte count.
 std::u16string textFromSeptets(Octets septets);
 

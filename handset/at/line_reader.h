@@ -7,7 +7,7 @@
 
 namespace handset::at {
 
-// Makes lines of the bytes that come in, however they are cut. Empty lines do not count; NULs and blanks
+// Makes lines of the bytes that come in, however they are cut. Empty lines do not count; NULs and spaces
 // around a line are taken off. What a line has beyond `longestLine` is lost, so that endless bytes take no
 // memory.
 class LineReader {

@@ -18,7 +18,7 @@ struct SubmitPdu {
   bool operator==(const SubmitPdu&) const = default;
 };
 
-// A number as it is dialled, what only makes it readable (blanks, hyphens, dots, parentheses) taken out.
+// A number as it is dialled, what only makes it readable (spaces, hyphens, dots, parentheses) taken out.
 // nullopt when it is none: 1 to 20 digits, "*" and "#", a "+" before them at most.
 std::optional<std::string> dialledNumber(std::string_view number);
 

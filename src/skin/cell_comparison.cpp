@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view digits = "0123456789";
 
-std::string_view withoutLeadingBlanks(std::string_view text) {
+std::string_view withoutLeadingSpaces(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t\n\v\f\r");
   return begin == std::string_view::npos ? std::string_view() : text.substr(begin);
 }
@@ -45,7 +45,7 @@ int compareValues(Value a, Value b) {
 }  // namespace
 
 std::optional<std::uint64_t> readHexadecimal(std::string_view text) {
-  text = withoutLeadingBlanks(text);
+  text = withoutLeadingSpaces(text);
   takeOne(text, "+");
   if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) text.remove_prefix(2);
   if (text.empty()) return std::nullopt;
@@ -61,7 +61,7 @@ std::optional<std::uint64_t> readHexadecimal(std::string_view text) {
 
 std::optional<double> readDecimal(const std::string& text) {
   // The form is checked here: the library's own reading also takes words such as "nan", which are names.
-  std::string_view rest = withoutLeadingBlanks(text);
+  std::string_view rest = withoutLeadingSpaces(text);
   takeOne(rest, "+-");
   std::size_t count = takeAll(rest, digits);
   if (takeOne(rest, ".")) count += takeAll(rest, digits);

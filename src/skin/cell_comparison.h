@@ -17,11 +17,11 @@ struct CellRules {
   std::function<std::string(const std::string& text)> orderedBytes;
 };
 
-// The value of a text that is a hexadecimal number from end to end: leading blanks, a "+" and "0x" are read
+// The value of a text that is a hexadecimal number from end to end: leading spaces, a "+" and "0x" are read
 // along, a "-" is not, since the number has no sign. Beyond 64 bits it stays at their greatest value.
 std::optional<std::uint64_t> readHexadecimal(std::string_view text);
 
-// The value of a decimal floating-point number, with leading blanks, sign and exponent, and of one that ends
+// The value of a decimal floating-point number, with leading spaces, sign and exponent, and of one that ends
 // in a single "%". Beyond the range of double it is infinite or zero.
 std::optional<double> readDecimal(const std::string& text);
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 // The INI syntax of port.ini and skin.ini: "[section]" lines, "key = value" lines, ";" comments. Section and
-// key in any letter case, the first match counts, blanks around key and value and one pair of quotes around
+// key in any letter case, the first match counts, spaces around key and value and one pair of quotes around
 // the value are taken off. Hostile text gives no more than a missing key.
 namespace skin {
 

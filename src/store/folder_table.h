@@ -9,8 +9,8 @@
 
 namespace store {
 
-// The records of one folder in load order. Owns its records; its slots are what the
-// list orders. Appending, erasing and clearing end the validity of references and spans handed out earlier.
+// The records of one folder in load order, in slots from 0 on. Owns its records. Appending, erasing and clearing
+// end the validity of references and spans handed out earlier.
 class FolderTable {
  public:
   FolderTable() = default;
@@ -26,8 +26,7 @@ class FolderTable {
   const SmsRecord& operator[](std::size_t slot) const { return records_[slot]; }
   // Closes the gap; the records behind keep their Index.
   void erase(std::size_t slot) { records_.erase(records_.begin() + static_cast<std::ptrdiff_t>(slot)); }
-
-  // The same for every slot that is marked; the vector is as long as the table.
+  // The same for every slot that is true in `gone`, which is as long as the table.
   void erase(const std::vector<bool>& gone) {
     std::size_t slot = 0;
     std::erase_if(records_, [&](const SmsRecord&) { return gone[slot++]; });

@@ -10,7 +10,7 @@ namespace store {
 // "20yy-mm-dd hh:mm:ss" position by position, digits or not; any other text is returned as it stands.
 std::string displayTime(std::string_view time);
 
-// "%Y/%m/%d  %H:%M:%S", two blanks between date and time.
+// "%Y/%m/%d  %H:%M:%S", two spaces between date and time.
 std::string timeStamp(const std::tm& time);
 
 }  // namespace store
