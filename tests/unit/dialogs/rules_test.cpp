@@ -4,160 +4,100 @@
 #include "dialogs/outgoing.h"
 #include "dialogs/reader_position.h"
 #include "dialogs/recipients.h"
+#include "support/fake_code_pages.h"
+#include "support/memory_file_system.h"
 
 namespace {
 
 using namespace dialogs;
-using store::Folder;
 using Texts = std::vector<std::string>;
 
 TEST(MessageCounter, SwitchesBetween160And70AndCutsAt70) {
   const std::u16string face = u"\U0001F600";
   const auto wide = [](std::size_t count) { return std::u16string(count, u'ж'); };
-  struct Case {
-    std::u16string text;
-    const char* shown;
-    std::optional<std::u16string> cut;
-  };
-  for (const Case& c : {
-           Case{u"", "0/160", {}},
-           Case{u"hello", "5/160", {}},
-           Case{u"a\r\nb", "4/160", {}},
-           Case{std::u16string(160, u'x'), "160/160", {}},
-           Case{u"é", "1/70", {}},
-           Case{u"\x7F", "1/160", {}},
-           Case{wide(70), "70/70", {}},
-           Case{wide(100), "70/70", wide(70)},
-           Case{wide(68) + face, "70/70", {}},
-           Case{wide(68) + face + u"y", "70/70", wide(68) + face},
-           Case{wide(69) + face, "69/70", wide(69)},  // half of a pair is nothing
-           Case{u"a\xD83D", "1/160", u"a"},  // what is left of a character when half of it is deleted
-           Case{std::u16string(u"\xDE00") + u"é" + face, "3/70", u"é" + face},
-           Case{std::u16string(100, u'x') + u"ж", "70/70", std::u16string(70, u'x')},
-       }) {
-    const MessageCount count = countMessage(c.text);
-    EXPECT_EQ(counterText(count), c.shown);
-    EXPECT_EQ(count.isCut, c.cut.has_value()) << c.shown;
-    EXPECT_EQ(count.cut, c.cut.value_or(u""));
+  using Case = std::tuple<std::u16string, std::string, std::optional<std::u16string>>;
+  for (const auto& [text, shown, cut] :
+       {Case{u"", "0/160", {}}, Case{u"a\r\nb", "4/160", {}}, Case{std::u16string(161, u'x'), "161/160", {}},
+        Case{u"\x7F", "1/160", {}}, Case{u"\x80", "1/70", {}}, Case{wide(70), "70/70", {}},
+        Case{wide(71), "70/70", wide(70)}, Case{wide(68) + face + u"y", "70/70", wide(68) + face},
+        Case{u"x" + wide(68) + face, "69/70", u"x" + wide(68)}, Case{u"\uD7FF\U0010FFFF\uE000", "4/70", {}},
+        // What is left of a character when half of it is deleted
+        Case{u"a\xD83D", "1/160", u"a"}, Case{std::u16string(u"\xDE00\xDE00é"), "1/70", u"é"},
+        Case{u"\xD800\U00010000", "2/70", u"\U00010000"}, Case{u"\xDBFF\uE000\xDFFF", "1/70", u"\uE000"}}) {
+    const MessageCount count = countMessage(text);
+    EXPECT_EQ(counterText(count), shown);
+    EXPECT_EQ(count.cut, cut) << shown;
   }
 }
 
-TEST(Recipients, SplitAtEverySemicolon) {
-  struct Case {
-    const char* text;
-    Texts parts;
-  };
-  for (const Case& c : {Case{"", {}}, Case{"123", {"123"}}, Case{"123;456", {"123", "456"}},
-                        Case{"123;;456", {"123", "", "456"}}, Case{"123;", {"123"}}, Case{";", {""}},
-                        Case{";;", {"", ""}}, Case{" 1 ; 2", {" 1 ", " 2"}}}) {
-    EXPECT_EQ(splitRecipients(c.text), c.parts) << c.text;
-  }
+TEST(Recipients, AreSplitAtEverySemicolon) {
+  const std::pair<const char*, Texts> cases[]{
+      {"", {}}, {"123;;456", {"123", "", "456"}}, {"123;", {"123"}}, {";", {""}}, {" 1 ; 2", {" 1 ", " 2"}}};
+  for (const auto& [text, parts] : cases) EXPECT_EQ(splitRecipients(text), parts) << text;
   EXPECT_EQ(joinRecipients(Texts{"123", "456"}), "123;456;");
-  EXPECT_EQ(joinRecipients(Texts{}), "");
-  EXPECT_TRUE(hasDigit("+3"));
-  EXPECT_FALSE(hasDigit("+-."));
+  EXPECT_TRUE(hasDigit("+0") && hasDigit("9") && isSingleNumber("1 2"));
+  EXPECT_FALSE(hasDigit("+-.") || isSingleNumber("1;2"));
 }
 
 TEST(ReaderPosition, EnablesItsButtonsInTheDeliberateOrder) {
-  // Steps back (<), forward (>) and to a message by its number; after each the position and the buttons that
-  // are enabled, first of all as the reader opens.
+  // Opens (=), steps back (<), forward (>) and to a message by its number; after each the position and the
+  // buttons that are enabled.
   const auto walk = [](ReaderPosition reader, std::string_view steps) {
-    const auto seen = [&reader] {
-      return std::to_string(reader.position()) + (reader.previousEnabled() ? "<" : "") +
-             (reader.nextEnabled() ? ">" : "");
-    };
-    std::string all = seen();
+    std::string all;
     for (const char step : steps) {
-      if (step == '<')
-        reader.stepBack();
-      else if (step == '>')
-        reader.stepForward();
-      else
-        reader.choose(step - '0');
-      all += ' ' + seen();
+      if (step == '<') reader.stepBack();
+      if (step == '>') reader.stepForward();
+      if (step >= '0' && step <= '9') reader.choose(step - '0');
+      all += std::to_string(reader.position()) + (reader.previousEnabled() ? "<" : "") +
+             (reader.nextEnabled() ? "> " : " ");
     }
     return all;
   };
-  EXPECT_EQ(walk({0, 1}, "0<>"), "0 0< 0> 0<");
-  EXPECT_EQ(walk({1, 3}, ">>0<2<"), "1<> 2< 2< 0> 0> 2< 1<>");
-  EXPECT_EQ(walk({2, 3}, ""), "2<");
+  EXPECT_EQ(walk({0, 1}, "=0<>"), "0 0< 0> 0< ");
+  EXPECT_EQ(walk({1, 3}, "=>>0<2<"), "1<> 2< 2< 0> 0> 2< 1<> ");
 }
 
-// A handset that refuses some numbers and files that refuse to be written.
-class OutgoingTest : public testing::Test {
- protected:
-  OutgoingSteps steps() {
-    OutgoingSteps steps;
-    steps.send = [this](const std::string& number, const std::string&) {
-      log_ += "send " + number + "; ";
-      return number != unreachable_;
-    };
-    steps.file = [this](Folder folder, const store::SmsRecord& message) {
-      if (message.Phone == memoryTaker_) throw std::bad_alloc();
-      if (folder == broken_)
-        return store::failure({store::FileOutcome::failed, store::FileOperation::write, 112}, "f");
-      log_ += (folder == Folder::PSent ? "sent " : "draft ") + message.Phone + " " + message.Time + "; ";
-      return store::WriteResult{};
-    };
-    steps.now = [] { return "now"; };
-    steps.sending = [this](std::size_t index, std::size_t total, const std::string&) {
-      log_ += std::to_string(index + 1) + "/" + std::to_string(total) + " ";
-    };
-    steps.done = [](std::size_t, std::size_t, const std::string&, bool) {};
-    return steps;
-  }
+std::string sent;
 
-  OutgoingResult sendTo(const char* receivers) {
-    const Texts numbers = splitRecipients(receivers);
-    return sendToAll(numbers, "text", steps());
-  }
-
-  std::string unreachable_;
-  std::string memoryTaker_;
-  std::optional<Folder> broken_;
-  std::string log_;
-};
-
-TEST_F(OutgoingTest, SendsToEachAndFilesWhatBecameOfIt) {
-  unreachable_ = "2";
-  const OutgoingResult result = sendTo("1;;2;x;3");
-  EXPECT_EQ(log_, "1/5 send 1; sent 1 now; 3/5 send 2; draft 2 now; 5/5 send 3; sent 3 now; ");
-  EXPECT_EQ(result.sent, 2U);
-  EXPECT_EQ(result.total, 5U);
-  EXPECT_EQ(result.filed, 3U);
-  EXPECT_TRUE(result.unfiled.empty());
+// What the handset answers stands in the number.
+int sendSms(void* entry) {
+  const std::string number = static_cast<const char*>(entry) + 16;
+  sent += number + "; ";
+  if (number == "0 no memory") throw std::bad_alloc();
+  return number == "0 unreachable" ? -1 : 0;
 }
 
-TEST_F(OutgoingTest, KeepsWhatCannotBeFiledAndFilesItLaterWithoutSendingAgain) {
-  unreachable_ = "2";
-  broken_ = Folder::PSent;
-  OutgoingResult result = sendTo("1;2;3");
-  EXPECT_EQ(result.sent, 2U);
-  EXPECT_EQ(result.problem.status.code, 112U);
-  ASSERT_EQ(result.unfiled.size(), 2U);
-  EXPECT_EQ(result.unfiled[1].message.Phone, "3");
-
-  log_.clear();
-  EXPECT_FALSE(fileAgain(result.unfiled, steps()).ok());
+TEST(Outgoing, SendsToEachOnceAndFilesWhatBecameOfItOrKeepsIt) {
+  const support::Latin1Page page;
+  support::MemoryFileSystem files;
+  store::Folders folders(files, page, "");
+  phonelink::PhoneLink link(page);
+  link.bind({.zelSendSMS = sendSms});
+  std::string log = sent = "";
+  const auto progress = [&log](Outgoing::Step step, std::size_t index, std::size_t total,
+                               const std::string&) {
+    log += std::to_string(index + 1) + "/" + std::to_string(total) + "?+-"[static_cast<int>(step)];
+  };
+  const Outgoing outgoing{link, folders, [] { return "now"; }, progress};
+  files.put("pcSent.dat", "");
+  files.lock("pcSent.dat");
+  OutgoingResult result =
+      sendToAll(Texts{"1", "", "0 unreachable", "x", "0 no memory", "2"}, "hi", false, outgoing);
+  EXPECT_EQ(log, "1/6?1/6+3/6?3/6-5/6?5/6-6/6?6/6+");
+  EXPECT_EQ((std::vector{result.sent, result.total, result.filed}), (std::vector<std::size_t>{2, 6, 2}));
+  EXPECT_EQ(result.problem.code, files.lockedCode);
+  EXPECT_EQ(fileAgain(result.unfiled, folders).code, files.lockedCode);
   EXPECT_EQ(result.unfiled.size(), 2U);
-  broken_.reset();
-  EXPECT_TRUE(fileAgain(result.unfiled, steps()).ok());
-  EXPECT_TRUE(result.unfiled.empty());
-  EXPECT_EQ(log_, "sent 1 now; sent 3 now; ");
-}
-
-TEST_F(OutgoingTest, ForgetsNothingThatWasSentWhenMemoryRunsOut) {
-  memoryTaker_ = "2";
-  OutgoingResult result = sendTo("1;2;3");
-  EXPECT_EQ(log_, "1/3 send 1; sent 1 now; 2/3 send 2; 3/3 send 3; sent 3 now; ");
-  EXPECT_EQ(result.sent, 3U);
-  EXPECT_EQ(result.problem.status.code, 8U);
-  ASSERT_EQ(result.unfiled.size(), 1U);
-  EXPECT_FALSE(fileAgain(result.unfiled, steps()).ok());
-  memoryTaker_.clear();
-  log_.clear();
-  EXPECT_TRUE(fileAgain(result.unfiled, steps()).ok());
-  EXPECT_EQ(log_, "sent 2 now; ");
+  files.unlock("pcSent.dat");
+  EXPECT_TRUE(fileAgain(result.unfiled, folders).ok() && result.unfiled.empty());
+  EXPECT_EQ(sent, "1; 0 unreachable; 0 no memory; 2; ");
+  std::string filed;
+  for (const auto folder : {store::Folder::PSent, store::Folder::PDraft}) {
+    folders.reload(folder);
+    for (const store::SmsRecord& record : folders[folder].records())
+      filed += record.Phone + " " + record.Time + " " + record.Content + "; ";
+  }
+  EXPECT_EQ(filed, "1 now hi; 2 now hi; 0 unreachable now hi; 0 no memory now hi; ");
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 #include "phonelink/entry_layouts.h"
 #include "phonelink/handset_folders.h"
 #include "support/fake_code_pages.h"
@@ -11,250 +9,177 @@
 namespace {
 
 using namespace phonelink;
-using store::Folder;
+using namespace std::string_literals;
+
+std::string padded(std::string bytes, std::size_t size) {
+  bytes.resize(size);
+  return bytes;
+}
+
+// What an entry becomes on top of other bytes.
+template <std::size_t Size, class Entry>
+std::string encoded(const Entry& entry, void (*encode)(const Entry&, std::span<std::byte, Size>)) {
+  std::string bytes(Size, '\xEE');
+  encode(entry, std::span<std::byte, Size>(reinterpret_cast<std::byte*>(bytes.data()), Size));
+  return bytes;
+}
+
+template <class Entry, std::size_t Size>
+Entry decoded(const std::string& bytes, Entry (*decode)(std::span<const std::byte, Size>)) {
+  return decode(std::as_bytes(std::span(bytes)).template first<Size>());
+}
+
+TEST(EntryLayouts, FieldsLieWhereTheyBelongBothWays) {
+  const std::string message = padded("", 16) + padded("+31600000001", 17) + "\x08" +
+                              padded("26030211223304", 16) + padded("hello", 160) + "\xFE\xFF\x07\x01";
+  EXPECT_EQ(encoded(decoded(message, decodeHandsetMessage), encodeHandsetMessage), message);
+  const std::string contact = padded("112", 20) + padded("Anna", 20);
+  EXPECT_EQ(encoded(decoded(contact, decodeContact), encodeContact), contact);
+  const std::string wide = padded("A\0\x3D\xD8"s, 255) + padded("112", wideContactEntrySize - 255);
+  EXPECT_EQ(encoded(decoded(wide, decodeWideContact), encodeWideContact), wide);
+}
+
+TEST(EntryLayouts, LongTextsAreCutOnTheWayOutAndRefusedAsContent) {
+  MessageEntry entry;
+  entry.phone = entry.time = std::string(40, '1');
+  EXPECT_FALSE(entry.setNarrowText(std::string(161, 'u')) || entry.setWideText(std::u16string(81, u'w')));
+  EXPECT_TRUE(entry.setWideText(std::u16string(80, u'w')));
+  const MessageEntry back = decoded(encoded(entry, encodeMessage), decodeMessage);
+  EXPECT_EQ(back.phone + back.time, std::string(16 + 15, '1'));
+  EXPECT_EQ(back.wideText(), std::u16string(80, u'w'));
+  EXPECT_EQ(encoded({std::u16string(300, u'\x6E6E'), std::string(300, '3')}, encodeWideContact),
+            padded(std::string(252, 'n'), 255) + padded(std::string(127, '3'), wideContactEntrySize - 255));
+}
 
 // A phone-link library in this process. Entry points are plain functions, so its state is static.
 struct FakeLibrary {
-  static inline std::string calls;
-  static inline int openResult, initResult, unicodeResult;
-  static inline int count, handsetCount;
-  static inline std::vector<MessageEntry> entries;
-  static inline unsigned char fill;
-  static inline int sendResult, contactCount;
-  static inline MessageEntry sent;
-
-  static void reset() {
-    calls.clear();
-    openResult = initResult = 1;
-    unicodeResult = count = handsetCount = 0;
-    entries.clear();
-    fill = 0;
-    sendResult = contactCount = 0;
-    sent = {};
-  }
-
-  static void put(void* buffer, std::size_t entrySize) {
-    std::memset(buffer, fill, maxEntries * entrySize);
-    auto* at = static_cast<std::byte*>(buffer);
-    for (const MessageEntry& entry : entries) {
-      if (entrySize == messageEntrySize)
-        encodeMessage(entry, std::span<std::byte, messageEntrySize>(at, entrySize));
-      else
-        encodeHandsetMessage(entry, std::span<std::byte, handsetEntrySize>(at, entrySize));
-      at += entrySize;
-    }
-  }
-
-  static EntryPoints all() {
-    EntryPoints points;
-    points.zelOpenSIM = [](int port, int rate) {
-      calls += "open(" + std::to_string(port) + "," + std::to_string(rate) + ") ";
-      return openResult;
-    };
-    points.zelInitSMS = [] { return calls += "init ", initResult; };
-    points.zelCloseSIM = [] { return calls += "close ", 0; };
-    points.zelUnicode = [](int on) { return on == 1 ? unicodeResult : 0; };
-    points.zelGetReceiverSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
-    points.zelGetSenderSMS = [](void* buffer) { return put(buffer, messageEntrySize), count; };
-    points.zelSendSMS = [](void* entry) {
-      sent = decodeMessage(MessageBytes(static_cast<const std::byte*>(entry), messageEntrySize));
-      calls += "send ";
-      return sendResult;
-    };
-    points.zelInitPB = [] { return initResult; };
-    points.zelGetPB = [](void* buffer) {
-      std::memset(buffer, fill, contactBufferSize);
-      if (!fill)
-        encodeContact({"+316", "J\xF6rg"},
-                      std::span<std::byte, contactEntrySize>(
-                          static_cast<std::byte*>(buffer) + contactHeadSize, contactEntrySize));
-      return contactCount;
-    };
-    points.zelGetPB_KOVA = [](void* buffer) {
-      std::memset(buffer, fill, wideContactBufferSize);
-      if (!fill)
-        encodeWideContact({u"Анна и девятнадцать\U0001F600", "555"},
-                          std::span<std::byte, wideContactEntrySize>(
-                              static_cast<std::byte*>(buffer) + contactHeadSize, wideContactEntrySize));
-      return contactCount;
-    };
-    points.zelGetHandSetSMS = [](void* buffer) { return put(buffer, handsetEntrySize), handsetCount; };
-    return points;
-  }
+  int opens = 1, starts = 1, unicode = 0, count = 0, sends = 0;
+  std::string received{}, outgoing{}, handset{}, contacts{}, wideContacts{};  // bytes for the buffers
+  std::string calls{};
 };
+FakeLibrary fake;
 
-class PhoneLinkTest : public testing::Test {
- protected:
-  PhoneLinkTest() { FakeLibrary::reset(); }
-
-  support::Latin1Page page_;
-  PhoneLink link_{page_};
-};
-
-TEST(BindEntryPoints, AsksForTheNamesInOrder) {
-  std::string asked;
-  static char places[14];
-  std::size_t count = 0;
-  const EntryPoints points = bindEntryPoints([&](const char* name) -> void* {
-    asked += std::string(name) + " ";
-    return &places[count++];
-  });
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelOpenSIM), &places[0]);
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetHandSetSMS), &places[3]);
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetSenderSMS), &places[4]);
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetReceiverSMS), &places[5]);
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetPB), &places[8]);
-  EXPECT_EQ(reinterpret_cast<void*>(points.zelGetPB_KOVA), &places[9]);
-  EXPECT_EQ(asked,
-            "zelOpenSIM zelInitSMS zelGetSMS zelGetHandSetSMS zelGetSenderSMS zelGetReceiverSMS zelSendSMS "
-            "zelPutSMS zelGetPB zelGetPB_KOVA zelInitPB zelDeleteSMS zelCloseSIM zelUnicode ");
+template <std::string FakeLibrary::*bytes>
+int give(void* buffer) {
+  (fake.*bytes).copy(static_cast<char*>(buffer), std::string::npos);
+  return fake.count;
 }
 
-TEST_F(PhoneLinkTest, OpensInTwoStepsAndStopsAtTheFirstFailure) {
-  link_.bind(FakeLibrary::all());
-  EXPECT_TRUE(link_.open(-1));
-  EXPECT_EQ(FakeLibrary::calls, "open(-1,115200) init ");
-  FakeLibrary::initResult = 0;
-  EXPECT_FALSE(link_.open(1));
-  FakeLibrary::openResult = 0;
-  FakeLibrary::calls.clear();
-  EXPECT_FALSE(link_.open(1));
-  EXPECT_EQ(FakeLibrary::calls, "open(1,115200) ");
+int log(const std::string& call, int result) {
+  fake.calls += call + " ";
+  return result;
 }
 
-TEST_F(PhoneLinkTest, IsQuietWithoutALibraryOrItsNames) {
-  const auto expectNothing = [this] {
-    EXPECT_FALSE(link_.open(1));
-    EXPECT_TRUE(link_.receivedMessages().empty());
-    EXPECT_TRUE(link_.outgoingMessages().empty());
-    EXPECT_TRUE(link_.handsetMessages().empty());
-    link_.close();
-  };
-  expectNothing();
-  link_.bind(EntryPoints{});
-  EXPECT_TRUE(link_.isBound());
-  expectNothing();
-  link_.bind(FakeLibrary::all());
-  link_.unbind();
-  expectNothing();
-  EXPECT_EQ(FakeLibrary::calls, "");
+int sendSms(void* entry) {
+  fake.received.assign(static_cast<const char*>(entry), messageEntrySize);
+  return log("send", fake.sends);
 }
 
-TEST_F(PhoneLinkTest, ClampsCountsAndEndsTextsAtTheirFields) {
-  link_.bind(FakeLibrary::all());
-  for (const int count : {5000, 1000, 2147483647}) {
-    FakeLibrary::count = FakeLibrary::handsetCount = count;
-    FakeLibrary::fill = 'x';
-    const auto records = link_.receivedMessages();
-    ASSERT_EQ(records.size(), 1000U);
-    EXPECT_EQ(records.back().Content, std::string(160, 'x'));
-    EXPECT_EQ(records.back().Phone, std::string(17, 'x'));
-    EXPECT_EQ(records.back().Index, 0x7878);
-    EXPECT_EQ(link_.handsetMessages().size(), 1000U);
+PhoneLink boundTo(const FakeLibrary& library) {
+  fake = library;
+  static const support::Latin1Page page;
+  PhoneLink link(page);
+  link.bind({.zelOpenSIM = [](int port, int rate) { return log(std::to_string(port + rate), fake.opens); },
+             .zelInitSMS = [] { return log("init", fake.starts); },
+             .zelGetHandSetSMS = give<&FakeLibrary::handset>,
+             .zelGetSenderSMS = give<&FakeLibrary::outgoing>,
+             .zelGetReceiverSMS = give<&FakeLibrary::received>,
+             .zelSendSMS = sendSms,
+             .zelGetPB = give<&FakeLibrary::contacts>,
+             .zelGetPB_KOVA = give<&FakeLibrary::wideContacts>,
+             .zelInitPB = [] { return fake.starts; },
+             .zelCloseSIM = [] { return log("close", 0); },
+             .zelUnicode = [](int on) { return on == 1 ? fake.unicode : 0; }});
+  return link;
+}
+
+// The numbers of the messages in both folders, and the contacts.
+std::string read(PhoneLink& link) {
+  std::string all;
+  for (const store::Folder folder : {store::Folder::MInbox, store::Folder::MOutbox})
+    for (const store::SmsRecord& record : readHandsetFolder(link, folder).records())
+      all += std::to_string(record.Index) + " ";
+  for (const Contact& contact : link.contacts()) all += contact.name + " " + contact.number + "; ";
+  return all;
+}
+
+TEST(PhoneLink, OpensInTwoStepsUpToTheFirstFailureAndCloses) {
+  PhoneLink link = boundTo({});
+  EXPECT_TRUE(link.open(-1));
+  fake.starts = 0;
+  EXPECT_FALSE(link.open(1));
+  fake.opens = 0;
+  EXPECT_FALSE(link.open(2));
+  link.close();
+  EXPECT_EQ(fake.calls, "115199 init 115201 init 115202 close ");
+}
+
+TEST(PhoneLink, IsQuietWithoutALibraryOrItsNames) {
+  PhoneLink link = boundTo({.unicode = 1, .count = 1});
+  link.unbind();
+  for (const bool bound : {false, true}) {
+    EXPECT_EQ(link.isBound(), bound);
+    EXPECT_FALSE(link.wideTexts() || link.open(1) || link.send("1", "x", false));
+    EXPECT_EQ(read(link), "");
+    link.close();
+    link.bind({});
   }
-  for (const int count : {-1, 0, -2147483647 - 1}) {
-    FakeLibrary::count = FakeLibrary::handsetCount = count;
-    EXPECT_TRUE(link_.receivedMessages().empty());
-    EXPECT_TRUE(link_.handsetMessages().empty());
-  }
+  EXPECT_EQ(fake.calls, "");
 }
 
-TEST_F(PhoneLinkTest, ReadsTextsAsAgreedWithTheLibrary) {
-  MessageEntry wide;
-  wide.coding = codingUcs2;
-  wide.setWideText(u"тест \U0001F600");
-  MessageEntry narrow;
-  narrow.setNarrowText("caf\xE9");
-  FakeLibrary::entries = {wide, narrow};
-  FakeLibrary::count = 2;
-
-  FakeLibrary::unicodeResult = 1;
-  link_.bind(FakeLibrary::all());
-  EXPECT_TRUE(link_.wideTexts());
-  EXPECT_EQ(link_.receivedMessages()[0].Content, "тест 😀");
-  EXPECT_EQ(link_.receivedMessages()[1].Content, "café");
-
-  // Without the agreement the coding byte means nothing on receiving.
-  FakeLibrary::unicodeResult = 0;
-  link_.bind(FakeLibrary::all());
-  FakeLibrary::entries[0] = narrow;
-  FakeLibrary::entries[0].coding = codingUcs2;
-  EXPECT_EQ(link_.receivedMessages()[0].Content, "café");
+TEST(PhoneLink, ClampsCountsAndEndsTextsAtTheirFields) {
+  const auto full = [](std::size_t count) { return std::string(count, 'x'); };
+  PhoneLink link = boundTo({.received = full(maxEntries * messageEntrySize),
+                            .contacts = full(contactBufferSize),
+                            .wideContacts = full(wideContactBufferSize)});
+  fake.count = 2147483647;
+  EXPECT_EQ(link.handsetMessages().size(), 1000U);
+  EXPECT_EQ(link.receivedMessages().size(), 1000U);
+  EXPECT_EQ(link.contacts().size(), 999U + 1000U);
+  EXPECT_EQ(link.receivedMessages().back(), (store::SmsRecord{full(160), full(16), full(17), 0x7878}));
+  EXPECT_EQ(link.contacts()[998].name + link.contacts()[998].number, full(20 + 20));
+  EXPECT_EQ(link.contacts().back().name.size() + link.contacts().back().number.size(), 20U * 3 + 128);
+  fake.count = -1;
+  EXPECT_EQ(read(link), "");
 }
 
-TEST_F(PhoneLinkTest, FoldersTakeTheListedThenTheHandsetsOwnByStatus) {
-  link_.bind(FakeLibrary::all());
+TEST(PhoneLink, ReadsTheListedThenTheHandsetsOwnByStatusAndBothPhonebooks) {
+  PhoneLink link = boundTo({.count = 6});
+  MessageEntry entry;
   for (const std::uint16_t status : std::initializer_list<std::uint16_t>{3, 2, 1, 7, 0, 5}) {
-    MessageEntry entry;
-    entry.status = status;
-    entry.number = static_cast<std::int16_t>(status);
-    FakeLibrary::entries.push_back(entry);
+    entry.number = static_cast<std::int16_t>(entry.status = status);
+    fake.handset += encoded(entry, encodeHandsetMessage);
+    fake.received += encoded(entry, encodeMessage);
   }
-  FakeLibrary::count = 2;
-  FakeLibrary::handsetCount = 6;
-  const auto indices = [this](Folder folder) {
-    store::FolderTable table;
-    table.append().Index = 99;  // from before
-    readHandsetFolder(link_, folder, table);
-    std::vector<int> numbers;
-    for (const store::SmsRecord& record : table.records()) numbers.push_back(record.Index);
-    return numbers;
-  };
-  EXPECT_EQ(indices(Folder::MInbox), (std::vector{3, 2, 3, 1}));
-  EXPECT_EQ(indices(Folder::MOutbox), (std::vector{3, 2, 7}));
-  FakeLibrary::handsetCount = -1;
-  EXPECT_EQ(indices(Folder::MInbox), (std::vector{3, 2}));
+  EXPECT_EQ(read(link).substr(0, 30), "3 2 1 7 0 5 3 1 0 0 0 0 0 0 7 ");
+  fake.count = 1;
+  fake.contacts = "head" + encoded({"+316", "J\xF6rg"}, encodeContact);
+  fake.wideContacts = "head" + encoded({u"Анна и девятнадцать\U0001F600", "555"}, encodeWideContact);
+  EXPECT_EQ(read(link), "3 3 0 Jörg +316; Анна и девятнадцать 555; ");  // without half a character
+  fake.starts = 0;
+  EXPECT_EQ(read(link), "3 3 0 ");
 }
 
-TEST_F(PhoneLinkTest, SendsOnlyWhatCrossesWhole) {
+TEST(PhoneLink, TextsCrossWholeOrNotAtAllAndAsAgreed) {
   const std::string longest(16, '1');
-  struct Case {
-    bool unicode;
-    std::string number;
-    std::string text;
-    bool wide;
-    bool crosses;
-  };
   const std::string yellow = "жёлтый 😀";
-  for (const Case& c :
-       {Case{false, longest, std::string(160, 'x'), false, true},
-        Case{false, longest + "1", "x", false, false}, Case{false, "1", std::string(161, 'x'), false, false},
-        Case{false, "1", "café", true, true}, Case{false, "1", yellow, true, false},  // never with "?" in it
-        Case{true, "1", yellow, true, true}, Case{true, "ж", "x", false, false}}) {
-    FakeLibrary::reset();
-    FakeLibrary::unicodeResult = c.unicode;
-    link_.bind(FakeLibrary::all());
-    EXPECT_EQ(link_.send(c.number, c.text, c.wide), c.crosses) << c.text;
-    EXPECT_EQ(FakeLibrary::calls, c.crosses ? "send " : "") << c.text;
-    if (!c.crosses) continue;
-    EXPECT_EQ(FakeLibrary::sent.phone, c.number);
-    EXPECT_EQ(FakeLibrary::sent.coding, c.wide ? codingUcs2 : codingDefault);
-    const std::string received = c.wide && c.unicode ? utf8FromUtf16(FakeLibrary::sent.wideText())
-                                                     : page_.decode(FakeLibrary::sent.narrowText());
-    EXPECT_EQ(received, c.text);
-    FakeLibrary::sendResult = -1;
-    EXPECT_FALSE(link_.send(c.number, c.text, c.wide));
+  using Case = std::tuple<int, std::string, std::string, bool, bool>;
+  for (const auto& [unicode, number, text, wide, crosses] :
+       {Case{0, longest, std::string(160, 'x'), false, true}, Case{0, longest + "1", "x", false, false},
+        Case{0, "1", std::string(161, 'x'), false, false}, Case{0, "1", "café", true, true},
+        Case{0, "1", yellow, true, false},  // never with "?" in it
+        Case{1, "1", yellow, true, true}, Case{1, "1", std::string(81, 'x'), true, false},
+        Case{1, "1", "café", false, true}, Case{1, "ж", "x", false, false}}) {
+    PhoneLink link = boundTo({.unicode = unicode, .count = 1});
+    EXPECT_EQ(link.send(number, text, wide), crosses) << text;
+    EXPECT_EQ(fake.calls, crosses ? "send " : "") << text;
+    if (!crosses) continue;
+    EXPECT_EQ(fake.received[33], wide ? codingUcs2 : codingDefault);
+    // The library hands it back as it came.
+    EXPECT_EQ(link.receivedMessages().at(0), (store::SmsRecord{text, "", number, 0}));
+    fake.sends = -1;
+    EXPECT_FALSE(link.send(number, text, wide));
   }
-}
-
-TEST_F(PhoneLinkTest, ReadsBothPhonebooksWithinTheirBuffers) {
-  link_.bind(FakeLibrary::all());
-  FakeLibrary::contactCount = 1;
-  auto contacts = link_.contacts();
-  ASSERT_EQ(contacts.size(), 2U);
-  EXPECT_EQ(contacts[0].name, "Jörg");
-  EXPECT_EQ(contacts[0].number, "+316");
-  EXPECT_EQ(contacts[1].name, "Анна и девятнадцать");  // the pair at the 20th place is left out whole
-  EXPECT_EQ(contacts[1].number, "555");
-
-  FakeLibrary::contactCount = 5000;
-  FakeLibrary::fill = 'x';
-  EXPECT_EQ(link_.contacts().size(), 999U + 1000U);
-  FakeLibrary::contactCount = -1;
-  EXPECT_TRUE(link_.contacts().empty());
-  FakeLibrary::contactCount = 1;
-  FakeLibrary::initResult = 0;
-  EXPECT_TRUE(link_.contacts().empty());
 }
 
 }  // namespace

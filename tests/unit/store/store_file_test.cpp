@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
+#include "fuzz/targets.h"
 #include "store/text_file.h"
 #include "support/fake_code_pages.h"
 #include "support/memory_file_system.h"
@@ -31,14 +30,15 @@ class StoreFileTest : public testing::Test {
     for (const SmsRecord& record : table.records()) records.push_back(&record);
     return file.rewrite(records, table.records());
   }
-  std::string filed(const std::string& content) {
-    const WriteResult result = file.append(message(content), LineBreaks::sent);
+  static std::string filed(StoreFile& in, const std::string& content) {
+    const WriteResult result = in.append(message(content), LineBreaks::sent);
     EXPECT_TRUE(result.ok());
     return result.keptCopy;
   }
 
   MemoryFileSystem files;
   Latin1Page page;
+  DoubleBytePage doubleByte;
   StoreFile file{files, page, path, "PCSENT"};
   FolderTable table;
 };
@@ -67,7 +67,7 @@ TEST_F(StoreFileTest, ARewriteIsReadBackExactlyInTheSmallestEncoding) {
       EXPECT_EQ(contents(table), c.texts);
     }
     // What is filed behind it is in the encoding that the rewrite has left.
-    filed("é");
+    filed(file, "é");
     EXPECT_EQ(files.bytes(path), c.bytes + lines(c.bytes.starts_with('[') ? "\xE9" : "é", ""));
     ASSERT_TRUE(file.read(table).ok());
   }
@@ -82,6 +82,7 @@ TEST_F(StoreFileTest, FilingInEveryKindOfFile) {
     std::string content;
     std::string after;
     bool copied = false;
+    bool doubleByte = false;
   } cases[] = {
       {"no file", "(missing)", "a\r\nb", header + lines("a b", "")},
       {"an empty file", "", "hi", header + lines("hi", "")},
@@ -95,34 +96,27 @@ TEST_F(StoreFileTest, FilingInEveryKindOfFile) {
       {"broken off", header + "Content = a \r\nPhone = 42", "hi",
        header + "Content = a \r\nPhone = 42 \r\nTime = 42 \r\nIndex = 42 \r\n" + lines("hi", "")},
       {"no store at all", "holiday pictures", "hi", header + lines("hi", ""), true},
+      {"bytes that the page does not define", header + lines("\x81= \xFF"), "€",
+       byteOrderMark + header + lines("갍 �") + lines("€", ""), true, true},
   };
   for (const auto& c : cases) {
     for (const bool known : {false, true}) {
       SCOPED_TRACE(std::string(c.what) + (known ? ", read before" : ""));
       for (const std::string& old : files.paths()) files.remove(old);
       if (c.before != "(missing)") files.put(path, c.before);
+      StoreFile file(files, c.doubleByte ? static_cast<const text::CodePage&>(doubleByte) : page, path,
+                     "PCSENT");
       if (known) {
         ASSERT_TRUE(file.read(table).ok());
       }
-      EXPECT_EQ(filed(c.content), c.copied ? copy : "");
+      EXPECT_EQ(filed(file, c.content), c.copied ? copy : "");
       EXPECT_EQ(files.bytes(path), c.after);
       EXPECT_EQ(files.bytes(copy), c.copied ? c.before : "(missing)");
       // Whatever it was, it is in order now and takes the next one as it is.
-      EXPECT_EQ(filed("next"), "");
+      EXPECT_EQ(filed(file, "next"), "");
       EXPECT_EQ(files.bytes(path), c.after + lines("next", ""));
     }
   }
-}
-
-TEST_F(StoreFileTest, ConvertingBytesThatTheCodePageDoesNotDefineKeepsACopy) {
-  const DoubleBytePage doubleByte;
-  StoreFile korean(files, doubleByte, path, "PCSENT");
-  const std::string before = header + lines("\x81= \xFF", "3");
-  files.put(path, before);
-  ASSERT_FALSE(korean.read(table).lossless);
-  EXPECT_EQ(korean.append(message("€"), LineBreaks::sent).keptCopy, copy);
-  EXPECT_EQ(files.bytes(path), byteOrderMark + header + lines("갍 �", "3") + lines("€", ""));
-  EXPECT_EQ(files.bytes(copy), before);
 }
 
 TEST_F(StoreFileTest, WhatNoRecordHoldsIsPutAsideBeforeARewrite) {
@@ -139,7 +133,7 @@ TEST_F(StoreFileTest, WhatNoRecordHoldsIsPutAsideBeforeARewrite) {
   EXPECT_EQ(rewrite().keptCopy, "");
   EXPECT_EQ(rewrite().keptCopy, "");
   // Filed since, and not read: the caller's records lack it.
-  filed("new");
+  filed(file, "new");
   EXPECT_EQ(rewrite().keptCopy, path + ".unread-3");
 
   // Changed by something else since it was read: told by time alone, and looked at for values only.
@@ -198,65 +192,11 @@ TEST_F(StoreFileTest, IsNotRewrittenBeforeItHasBeenRead) {
   expectRefusal(Outcome::notRead);
 }
 
-// After filing and rewriting, all that was read is there still, and what was not is in a copy.
-void expectNothingLost(const std::string& before, const text::CodePage& page) {
-  MemoryFileSystem files;
-  files.put(path, before);
-  StoreFile file(files, page, path, "PCSENT");
-  FolderTable table;
-  const bool lossless = file.read(table).lossless;
-  const auto written = [](const FolderTable& of) {
-    Strings texts = contents(of);
-    for (std::string& text : texts)
-      for (char& c : text) c = c == '\r' || c == '\0' ? ' ' : c;
-    return texts;
-  };
-  Strings expected = written(table);
-  expected.push_back("new");
-  ASSERT_TRUE(file.append(message("new"), LineBreaks::sent).ok());
-  FolderTable again;
-  ASSERT_TRUE(file.read(again).ok());
-  ASSERT_EQ(written(again), expected);
-  std::vector<const SmsRecord*> records;
-  for (const SmsRecord& record : again.records()) records.push_back(&record);
-  ASSERT_TRUE(file.rewrite(records, again.records()).ok());
-  ASSERT_TRUE(file.read(again).lossless);
-  ASSERT_EQ(contents(again), expected);
-  const bool kept = files.bytes(copy).starts_with(before);
-  ASSERT_TRUE(lossless ? files.paths() == std::set{path} : kept);
-}
-
-TEST(StoreFileDamage, BrokenOffAtEveryByteAndRubbish) {
-  const Latin1Page latin1;
-  const DoubleBytePage doubleByte;
-  for (const std::string& start : {std::string(), byteOrderMark}) {
-    const std::string full = start + header + lines("café", "1") + lines("", "2");
-    for (std::size_t length = 0; length <= full.size(); ++length) {
-      SCOPED_TRACE(length);
-      expectNothingLost(full.substr(0, length), latin1);
-      if (testing::Test::HasFatalFailure()) return;
-    }
-  }
-  const Strings pieces{
-      "[PCSENT] \r\n",      "[",    "]",    "\r\n",        "\n", "\r", "=", " ", "Content = ", "Index = 3 ",
-      std::string(1, '\0'), "\x81", "\xFF", byteOrderMark, ";",  "x"};
-  std::mt19937 random(20050102);
-  for (int round = 0; round < 1500; ++round) {
-    std::string bytes = random() % 4 == 0 ? "" : header;
-    for (auto count = random() % 40; count > 0; --count) bytes += pieces[random() % pieces.size()];
-    expectNothingLost(bytes, round % 2 == 0 ? static_cast<const text::CodePage&>(latin1) : doubleByte);
-    if (testing::Test::HasFatalFailure()) FAIL() << testing::PrintToString(bytes);
-  }
-}
-
-TEST_F(StoreFileTest, ThousandsOfMessages) {
-  std::string big = header;
-  for (int i = 0; i < 5000; ++i) big += lines(std::string(180, 'x'), std::to_string(i));
-  files.put(path, big);
-  ASSERT_TRUE(file.read(table).lossless);
-  ASSERT_EQ(table.size(), 5000u);
-  ASSERT_TRUE(rewrite().ok());
-  EXPECT_TRUE(files.bytes(path) == big);
+TEST(StoreFileDamage, BrokenOffAtEveryByte) {
+  const std::string full = byteOrderMark + "[PCINBOX] \r\n" + lines("caf\xC3\xA9", "1") + lines("", "2");
+  for (std::size_t start : {std::size_t{0}, byteOrderMark.size()})
+    for (std::size_t end = start; end <= full.size(); ++end)
+      for (const char* filed : {"\n", "new\n"}) fuzz::store(filed + full.substr(start, end - start));
 }
 
 TEST_F(StoreFileTest, TextFilesGrowAtTheirEnd) {

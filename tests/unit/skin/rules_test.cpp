@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <set>
+
+#include "skin/row_records.h"
+#include "skin/segment_sort.h"
+#include "skin/setting_text.h"
+
+namespace {
+
+using skin::CellRules;
+using Texts = std::vector<std::string>;
+
+// "d." and digits: that day; "d?": a date that has no valid value.
+std::optional<double> dayOf(const std::string& text) {
+  if (text == "d?") return std::numeric_limits<double>::quiet_NaN();
+  return text.starts_with("d.") ? std::optional(std::stod(text.substr(2))) : std::nullopt;
+}
+
+int compare(const std::string& a, const std::string& b, const CellRules& rules) {
+  const int order = skin::compareCells({a, rules}, {b, rules});
+  return order < 0 ? -1 : order > 0;
+}
+
+TEST(CompareCells, TakesTheFirstWayInWhichBothCanBeRead) {
+  const CellRules rules{dayOf, nullptr};
+  const std::string nines(100000, '9');
+  Texts rows{"9 < 10",      "A < 10",      "bad < fee",   "+886 < 887",   "0 < 9",
+             "11 < 1e1",    "9g < F",      "00a = A",     "0XaB = ab",    " \t1f = 1F",
+             "+ < 0",       "  < 0",       "0w < 0x",     "0 < 0x0x1",    "12  < 3",
+             "5% < 12.5",   "-5 < 3",      "-5 < -3",     "999.5 < 1e3%", "0.25 < .5",
+             "99. < 1E+2%", "1.50 = 1.5%", " -5.% = -5%", "1e-999% = 0%", "-1e999% < -1e308%",
+             "-9 < -1e0",   "12.5 < 5%%",  "12.5 < 5 %",  "10. < 9e%",    "10.5 < 9,5",
+             "-1 < 0x1p3",  "inf < nan",   "10. < 9.2.3", "--1 < -3",     "% < 0.",
+             ". < 0.",      " < x",        " = ",         "Zoe < adam",   "zzz < é",
+             "d.9 < d.10",  "10 < d.9",    "d.9 = d.9.0"};
+  rows.insert(rows.end(),
+              {"fffffffffffffff0 < fffffffffffffff1", "fffffffffffffffe < " + nines,
+               "ffffffffffffffff = " + nines, std::string(100000, '0') + "7 = 7", nines + ". = 1e999%"});
+  for (const std::string& row : rows) {
+    const std::size_t sign = row.find_first_of("<=");
+    const std::string a = row.substr(0, sign - 1);
+    const std::string b = row.substr(sign + 2);
+    EXPECT_EQ(compare(a, b, rules), row[sign] == '<' ? -1 : 0) << row.substr(0, 60);
+    EXPECT_EQ(compare(b, a, rules), row[sign] == '<' ? 1 : 0) << row.substr(0, 60);
+  }
+  // A date without a value is less than everything, itself too.
+  EXPECT_TRUE(compare("d?", "d.9", rules) < 0 && compare("d.9", "d?", rules) < 0 &&
+              compare("d?", "d?", rules) < 0);
+  EXPECT_EQ(compare("d.10", "d.9", {}), -1);
+  EXPECT_EQ(compare("x1", "x2", {{}, [](const std::string& text) { return text == "x1" ? "b" : "a"; }}), 1);
+}
+
+Texts sorted(const Texts& texts, bool ascending, const std::optional<std::string>& separator) {
+  Texts result;
+  for (const std::size_t row : skin::sortedOrder(texts, separator, ascending, {}))
+    result.push_back(texts.at(row));
+  return result;
+}
+
+TEST(SortedOrder, SortsBetweenSeparatorsInEitherDirection) {
+  const Texts parts{"3", "1", "2", "--", "--", "5", "4", "--", "0"};
+  EXPECT_EQ(sorted(parts, true, "--"), (Texts{"1", "2", "3", "--", "--", "4", "5", "--", "0"}));
+  EXPECT_EQ(sorted(parts, false, "--"), (Texts{"3", "2", "1", "--", "--", "5", "4", "--", "0"}));
+  EXPECT_EQ(sorted(parts, true, {}), (Texts{"--", "--", "--", "0", "1", "2", "3", "4", "5"}));
+  EXPECT_EQ(sorted({"y", "x", "", "w", "v", ""}, true, ""), (Texts{"x", "y", "", "v", "w", ""}));
+  // Equal ones keep their order.
+  EXPECT_EQ(sorted({"1", "01", "0", "001"}, true, {}), (Texts{"0", "1", "01", "001"}));
+  EXPECT_EQ(sorted({"1", "01", "0", "001"}, false, {}), (Texts{"1", "01", "001", "0"}));
+}
+
+// Dates at random compare in circles; every row must come out once, with each text asked once at most.
+TEST(SortedOrder, EndsWithAllRowsWhateverTheyCompareLike) {
+  std::mt19937 random(5);
+  std::size_t asked = 0;
+  const CellRules rules{[&](const std::string&) { return ++asked, static_cast<double>(random() % 3); }, {}};
+  for (const std::size_t length : {1U, 2U, 3U, 17U, 20000U}) {
+    Texts numbers, texts;
+    for (std::size_t i = 0; i < length; ++i) {
+      numbers.push_back(std::to_string(1000000 + random() % 9000000));  // of one length
+      texts.push_back(numbers.back() + "%x");
+    }
+    EXPECT_TRUE(std::ranges::is_sorted(sorted(numbers, true, {}))) << length;
+    const auto order = skin::sortedOrder(texts, {}, false, rules);
+    EXPECT_EQ(std::set(order.begin(), order.end()).size(), length);
+    EXPECT_LE(std::exchange(asked, 0), length);
+  }
+}
+
+TEST(FindSetting, ReadsTheFirstMatchInItsSection) {
+  const std::string text =
+      "image = outside\r\n[Button]\r\n;image = off\r\n  Image =  face.png  \r\nimage=second\r\n[Font]\n"
+      "facename=\"Courier New\"\nfontsize=\n[ Spaced ]\nkey='a=b\n[Button]\nlate=''\n[open\nx=1";
+  using Case = std::array<std::string, 3>;
+  for (const auto& [section, key, value] :
+       {Case{"button", "IMAGE", "face.png"}, Case{"Font", "facename", "Courier New"},
+        Case{"Font", "fontsize", ""}, Case{"Spaced", "key", "'a=b"}, Case{"Button", "late", ""},
+        Case{"Font", "image", "none"}, Case{"", "image", "none"}, Case{"open", "x", "1"}})
+    EXPECT_EQ(skin::findSetting(text, section, key).value_or("none"), value) << section << '/' << key;
+}
+
+TEST(ParseRect, TakesFourIntegersOnly) {
+  EXPECT_EQ(skin::parseRect(" -1 , 0,\t7 ,8 "), (std::array{-1, 0, 7, 8}));
+  for (const char* broken : {"", "1,2,3", "1,2,3,4,5", "1,2,3,x", "1,,3,4", "1,2,3,99999999999", "1,2,3,4x"})
+    EXPECT_EQ(skin::parseRect(broken), std::nullopt) << broken;
+}
+
+TEST(RowRecords, KeepColoursInStepWithColumnsAndGoInAnyOrder) {
+  skin::RowRecords records;
+  std::vector<skin::RowRecord*> rows;
+  for (int value = 0; value < 4; ++value) rows.push_back(&records.add(value));
+  records.insertColumn(99);  // behind the last
+  rows[2]->colors.at(0).text = 1;
+  records.insertColumn(0);
+  records.deleteColumn(2);  // there is none
+  EXPECT_EQ(rows[2]->colors.at(1).text, 1U);
+  records.deleteColumn(0);
+  EXPECT_EQ(records.add(8).colors.size(), 1U);
+  for (const std::size_t gone : {1U, 3U, 0U}) records.remove(*rows[gone]);
+  EXPECT_TRUE(records.size() == 2 && rows[2]->value == 2);
+}
+
+}  // namespace
