@@ -1,67 +1,191 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "handset/code_page.h"
+#include "handset/at/byte_stream.h"
+#include "handset/handset.h"
 #include "handset/simulated/environment.h"
-#include "handset/simulated/simulated_handset.h"
+#include "support/fake_code_pages.h"
 
 namespace handset {
 
-// What a simulated handset finds outside, and what it did there. Owned by the test.
-struct World {
-  std::optional<std::string> file;
+// What a simulated handset finds outside, and what it did there.
+struct FakeWorld : Environment {
+  std::optional<std::string> readContent(std::size_t limit) override {
+    return file ? std::optional{file->substr(0, limit)} : std::nullopt;
+  }
+  LocalTime now() override { return time; }
+  void pause(int milliseconds) override { pauses.push_back(milliseconds); }
+  void report(const std::string& line) override { reports += line + '\n'; }
+
+  std::optional<std::string> file = "";
   LocalTime time{2026, 11, 21, 17, 15, 4, 4};
   std::vector<int> pauses;
-  std::vector<std::string> reports;
-};
-
-class FakeEnvironment : public Environment {
- public:
-  explicit FakeEnvironment(World& world) : world_{world} {}
-  std::optional<std::string> readContent(std::size_t limit) override {
-    return world_.file ? std::optional{world_.file->substr(0, limit)} : std::nullopt;
-  }
-  LocalTime now() override { return world_.time; }
-  void pause(int milliseconds) override { world_.pauses.push_back(milliseconds); }
-  void report(const std::string& line) override { world_.reports.push_back(line); }
-
- private:
-  World& world_;
+  std::string reports;
 };
 
 // A page with one-byte and two-byte characters: ASCII, é as E9, 한 as C7 D1.
-class FakeCodePage : public CodePage {
- public:
-  std::string encode(std::u16string_view character) const override {
-    if (character == u"é") return "\xE9";
-    if (character == u"한") return "\xC7\xD1";
-    return character[0] < 0x80 ? std::string(1, static_cast<char>(character[0])) : std::string{};
-  }
-  std::u16string decode(std::string_view bytes) const override {
+struct FakeCodePage : support::FakePage {
+  std::string decode(std::string_view bytes) const override {
     std::u16string units;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-      const auto byte = static_cast<unsigned char>(bytes[i]);
-      if (byte < 0x80) {
-        units.push_back(byte);
-      } else if (byte == 0xC7 && bytes.substr(i, 2) == "\xC7\xD1") {
-        units.push_back(u'한');
-        ++i;
-      } else {
-        units.push_back(byte == 0xE9 ? u'é' : u'\xFFFD');
-      }
-    }
-    return units;
+    for (const char byte : bytes)
+      if (byte != '\xD1') units += byte == '\xC7' ? u'한' : static_cast<unsigned char>(byte);
+    return text::utf8FromUtf16(units);
+  }
+  bool isLeadByte(char byte) const override { return byte == '\xC7'; }
+  std::string bytesOf(char16_t unit) const override {
+    if (unit == u'한') return "\xC7\xD1";
+    return unit < 0x80 || unit == u'é' ? std::string(1, static_cast<char>(unit)) : "";
   }
 };
 
+// Rows of "OUT <= IN <= IN ...": what comes out of a function, as text, and everything that it comes out of.
+template <typename Function>
+void expectEach(const Function& function, const std::vector<std::string>& rows) {
+  for (const std::string& row : rows) {
+    const std::size_t arrow = row.find(" <= ");
+    for (std::size_t at = arrow, next = arrow; at != row.npos; at = next) {
+      next = row.find(" <= ", at + 1);
+      EXPECT_EQ(function(row.substr(at + 4, next - at - 4)), row.substr(0, arrow)) << row;
+    }
+  }
+}
+
 inline std::string repeated(std::string_view text, std::size_t times) {
   std::string all;
-  for (std::size_t i = 0; i < times; ++i) all += text;
+  while (times-- > 0) all += text;
   return all;
 }
 
+struct Shown {
+  static std::string of(const Contact& contact) { return contact.number + '=' + contact.name + "; "; }
+  static std::string of(const Message& m) {
+    const std::string place = std::to_string(m.storageNumber) + '/' + std::to_string(m.status);
+    return place + '/' + m.number + '/' + m.time + '/' + m.text + "; ";
+  }
+  // "none": the list could not be read.
+  template <typename Item>
+  static std::string of(const std::optional<std::vector<Item>>& items) {
+    std::string all;
+    for (const Item& item : items.value_or(std::vector<Item>{})) all += of(item);
+    return items ? all : "none";
+  }
+  // Received, outgoing and the phone's messages, then the phonebooks; a line each.
+  static std::string of(Handset& handset) {
+    std::string all = of(handset.simReceived());
+    all += '\n' + of(handset.simOutgoing());
+    all += '\n' + of(handset.phoneMessages());
+    all += handset.initPhonebook() ? "\nphonebook" : "\nno phonebook";
+    all += '\n' + of(handset.simContacts());
+    return all + '\n' + of(handset.phoneContacts());
+  }
+};
+
+namespace at {
+
+struct FakeClock : Clock {
+  std::int64_t milliseconds() override { return now; }
+  void sleep(int milliseconds) override { now += milliseconds; }
+
+  std::int64_t now = 0;
+};
+
+// In what it says, "|" is CR LF and "'" a double quote.
+inline std::string wire(std::string_view text) {
+  std::string bytes;
+  for (const char c : text) bytes += c == '|' ? "\r\n" : std::string(1, c == '\'' ? '"' : c);
+  return bytes;
+}
+
+// A modem that knows its script by heart. Commands it does not know give ERROR. Time passes only while
+// somebody waits for it.
+struct FakeModem {
+  // "COMMAND: ANSWER;...": the answers to one are divided by "~" and given in turn, the last one over and
+  // over. A listing may be said by store ("AT+CMGL=4 SM"); "<text>" is what follows a prompt, "<idle>" comes
+  // ten times a second while there is nothing to say.
+  void learn(std::string_view script) {
+    for (std::size_t end = 0; !script.empty();
+         script.remove_prefix(end == script.npos ? script.size() : end + 1)) {
+      end = script.find(';');
+      const std::size_t colon = script.find(": ");
+      answers[std::string{script.substr(0, colon)}] = script.substr(colon + 2, end - colon - 2);
+    }
+  }
+
+  void take(char byte) {
+    const bool echo = answers.contains("<echo>");
+    if (echo && byte != '\r') output += byte;
+    if (byte == '\x1B') {
+      input.clear();
+      prompted = false;
+    } else if (byte == (prompted ? '\x1A' : '\r')) {
+      if (echo && !prompted) output += "\r\n";
+      if (!input.empty()) answer(prompted ? "<text>" : input, (prompted ? texts : commands));
+    } else {
+      input += byte == '"' ? '\'' : byte;
+    }
+  }
+
+  void answer(const std::string& command, std::vector<std::string>& said) {
+    said.push_back(std::exchange(input, {}));
+    if (command.starts_with("AT+CPMS='") || command.starts_with("AT+CPBS='")) store = command.substr(9, 2);
+    const bool byStore = answers.contains(command + ' ' + store);
+    std::string& turns =
+        answers.try_emplace(byStore ? command + ' ' + store : command, "|ERROR|").first->second;
+    const std::string text = turns.substr(0, turns.find('~'));
+    if (text.size() < turns.size()) turns.erase(0, text.size() + 1);
+    prompted = text.find('>') != text.npos;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      if (text[at] != '|' && (at == 0 || text[at - 1] == '|')) output += wire(between);
+      output += wire(text.substr(at, 1));
+    }
+  }
+
+  std::map<std::string, std::string> answers;
+  bool prompted = false;
+  std::size_t chunk = 5000;                  // bytes that come at once
+  std::size_t goneAfter = 10'000'000;        // bytes that pass, both ways
+  std::string between;                       // comes before each line of an answer
+  std::string input, output, store;          // `store`: that was selected last
+  std::vector<std::string> commands, texts;  // that have come, whole
+  std::size_t passed = 0;
+  FakeClock clock;
+};
+
+struct FakeLine : ByteStream {
+  explicit FakeLine(FakeModem& other) : modem{other} {}
+  bool write(std::string_view bytes) override {
+    for (const char byte : bytes) {
+      if (modem.passed >= modem.goneAfter) return false;
+      ++modem.passed;
+      modem.take(byte);
+    }
+    return true;
+  }
+  Arrival read(std::string& bytes, int milliseconds) override {
+    if (modem.passed >= modem.goneAfter) return Arrival::gone;
+    const std::string idle = milliseconds > 0 ? wire(modem.answers["<idle>"]) : "";
+    if (modem.output.empty()) modem.clock.now += idle.empty() ? milliseconds : std::min(milliseconds, 100);
+    if (modem.output.empty()) modem.output = idle;
+    if (modem.output.empty()) return Arrival::nothing;
+    const std::size_t count = std::min({modem.output.size(), modem.chunk, modem.goneAfter - modem.passed});
+    bytes.append(modem.output, 0, count);
+    modem.output.erase(0, count);
+    modem.passed += count;
+    return Arrival::bytes;
+  }
+  void discardInput() override { modem.output.clear(); }
+
+  FakeModem& modem;
+};
+
+}  // namespace at
 }  // namespace handset

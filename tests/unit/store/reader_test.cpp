@@ -19,7 +19,7 @@ using store::SmsRecord;
 std::string summary(const store::FolderTable& table) {
   std::string all;
   for (const SmsRecord& record : table.records()) {
-    all += (all.empty() ? "" : ", ") + record.Content;
+    all += (&record == &table[0] ? "" : ", ") + record.Content;
     if (record.Index != 7) all += "#" + std::to_string(record.Index);
     if (record.Phone != "12" || record.Time != "05") all += "/" + record.Phone + "/" + record.Time;
   }

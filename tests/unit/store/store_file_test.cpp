@@ -104,16 +104,16 @@ TEST_F(StoreFileTest, FilingInEveryKindOfFile) {
       SCOPED_TRACE(std::string(c.what) + (known ? ", read before" : ""));
       for (const std::string& old : files.paths()) files.remove(old);
       if (c.before != "(missing)") files.put(path, c.before);
-      StoreFile file(files, c.doubleByte ? static_cast<const text::CodePage&>(doubleByte) : page, path,
-                     "PCSENT");
+      StoreFile store(files, c.doubleByte ? static_cast<const text::CodePage&>(doubleByte) : page, path,
+                      "PCSENT");
       if (known) {
-        ASSERT_TRUE(file.read(table).ok());
+        ASSERT_TRUE(store.read(table).ok());
       }
-      EXPECT_EQ(filed(file, c.content), c.copied ? copy : "");
+      EXPECT_EQ(filed(store, c.content), c.copied ? copy : "");
       EXPECT_EQ(files.bytes(path), c.after);
       EXPECT_EQ(files.bytes(copy), c.copied ? c.before : "(missing)");
       // Whatever it was, it is in order now and takes the next one as it is.
-      EXPECT_EQ(filed(file, "next"), "");
+      EXPECT_EQ(filed(store, "next"), "");
       EXPECT_EQ(files.bytes(path), c.after + lines("next", ""));
     }
   }
