@@ -1,5 +1,8 @@
 # Sourced: configuring, compiling, and laying out the folder that ships.
 
+# The targets of which that folder is made.
+shipping='Quillet SMS_DLL2 findport'
+
 # build_preset native|native-release|mingw [TARGET…]
 build_preset() {
   hold "build-$1" bash -eu -c '

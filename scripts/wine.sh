@@ -10,7 +10,7 @@ session_directory='' screen_process='' in_session=''
 quietly() { "$@" </dev/null >/dev/null 2>&1 9>&-; }
 
 make_prefix() {
-  local font ready
+  local font port ready
   # A prefix that was only half made, or made by other rules than these, is made anew.
   ready=$WINEPREFIX/.ready-$(cksum <"$root/scripts/wine.sh" | cut -d ' ' -f 1)
   [ ! -e "$ready" ] || return 0
@@ -22,6 +22,10 @@ make_prefix() {
   quietly wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f || die 'wine reg failed'
   # A crash ends the program instead of waiting for a click.
   quietly wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f || die 'wine reg failed'
+  # COM12 is where the tests plug a modem in. The names that ports of this machine would get are taken.
+  for port in COM{1..8}=/dev/null COM12="$WINEPREFIX/com12"; do
+    quietly wine reg add 'HKLM\Software\Wine\Ports' /v "${port%%=*}" /d "${port#*=}" /f || die 'wine reg failed'
+  done
   quietly winecfg -v win10 || die 'winecfg failed'
   # Wine's own fonts draw the caption buttons; what Tahoma lacks is looked for in the other two.
   cp /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"

@@ -1,366 +1,185 @@
-"""Starts a copy of the shipped folder, presses real keys and buttons, and looks at the window from outside."""
+"""Runs copies of the shipped folder under Wine with real mouse and keys, and sees what a person sees."""
 
-import dataclasses
-import json
+import collections
 import os
 import pathlib
+import re
 import shutil
-import signal
 import subprocess
 import tempfile
 import time
 import unittest
 
-from reporter import ask_reporter
-
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-OUT = ROOT / "out"
-SHIPPED = ROOT / "dist" / "Quillet"
-HANDSET = ROOT / "handset" / "handset.txt"
-PICTURES = OUT / "pictures"
-
-NEW, SAVE, DELETE, DELETE_ALL, REFRESH = 32771, 32773, 32774, 32775, 32783
+NUMBERS = dict(re.findall(r"#define (ID\w+) (\d+)", (ROOT / "src/resources/resource_ids.h").read_text()))
 MOBILE, INBOX, OUTBOX, PC, PC_INBOX, PC_SENT, PC_DRAFT = range(7)  # the tree's items
-CONNECT = "Can not connect,Please Check Connection"
-SILENT = HANDSET.read_bytes().replace(b"open = yes", b"open = no")  # a handset that does not answer
-assert SILENT != HANDSET.read_bytes()
+NO_CONNECTION = "Can not connect,Please Check Connection"
+TREE, LIST = "SysTreeView32", "SysListView32"
 
 
-def wait_until(condition, what, timeout=10):
-    """The first true value of `condition`, asked again and again; fails when none comes in time."""
-    end = time.monotonic() + timeout
-    while True:
-        value = condition()
-        if value:
-            return value
-        if time.monotonic() > end:
-            raise AssertionError(f"waited {timeout} s in vain: {what}")
-        time.sleep(0.03)
+# One line of the window reporter; which window, from the front, and which control it belongs to.
+Thing = collections.namedtuple("Thing", "rect kind number state texts window control")
 
 
-def xdotool(*steps):
-    """Runs xdotool commands one after the other, with a breath between them as a hand would take."""
-    words = []
-    for step in steps:
-        words += ([] if not words else ["sleep", "0.04"]) + [str(word) for word in step]
-    subprocess.run(["xdotool", *words], check=True, timeout=20)
+def middle(thing):
+    left, top, width, height = thing.rect
+    return left + min(width, 120) // 2, top + height // 2  # of a wide row, where its first text is
 
 
-def middle(rect):
-    left, top, width, height = rect
-    return left + width // 2, top + height // 2
+class Sight(list):
+    """Everything on the screen at one moment, what is in front first."""
 
+    def find(self, name):
+        """In the front window: what the sources number so, what is of this kind, or what has this face."""
+        number = int(NUMBERS.get(name, -1))
+        return next((t for t in self if t.window == 0 and (t.number == number or t.kind == name or
+                     t.kind in ("Button", "row") and t.texts[0].replace("&", "") == name)), None)
 
-def click(rect, held=None):
-    """Clicks the middle; with the key `held` down, "ctrl" or "shift"."""
-    steps = [("click", 1)] if held is None else [("keydown", held), ("click", 1), ("keyup", held)]
-    xdotool(("mousemove", *middle(rect)), *steps)
+    def rows(self, control=None):
+        """Of that list, or else of the one behind all others."""
+        rows = [t for t in self if t.kind == "row"]
+        return [t for t in rows if t.control == (int(NUMBERS[control]) if control else rows[-1].control)]
 
-
-def double_click(rect):
-    xdotool(("mousemove", *middle(rect)), ("click", "--repeat", 2, "--delay", 60, 1))
-
-
-def key(*names):
-    xdotool(*(("key", name) for name in names))
-
-
-def type_text(text):
-    subprocess.run(["xdotool", "type", "--delay", "40", text], check=True, timeout=20)
-
-
-def drag(start, end):
-    """Presses at `start`, moves in steps, lets go at `end`."""
-    (x0, y0), (x1, y1) = start, end
-    ways = [("mousemove", x0 + (x1 - x0) * i // 4, y0 + (y1 - y0) * i // 4) for i in range(5)]
-    xdotool(ways[0], ("mousedown", 1), *ways[1:], ("mouseup", 1))
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
-def paste(text):
-    """Puts the text on the clipboard and presses the keys for it."""
-    data = text.encode()
-    wait_until(lambda: ask_reporter(f"copy {len(data)}", attached=data).code == 0, "the clipboard to be free")
-    key("ctrl+v")
-
-
-@dataclasses.dataclass
-class Sight:
-    """What the program's windows held at one moment."""
-
-    main: dict  # None when there is no window
-    dialogs: list  # the one on top first
-    tooltips: list  # their texts
-
-    def control(self, class_name):
-        found = [c for c in self.main["controls"] if c["class"] == class_name]
-        if len(found) != 1:
-            raise AssertionError(f"{len(found)} controls of class {class_name}")
-        return found[0]
-
-    @property
-    def tree(self):
-        return self.control("SysTreeView32")
-
-    @property
-    def list(self):
-        return self.control("SysListView32")
-
-    @property
-    def items(self):
-        return self.tree["items"]
-
-    @property
-    def is_filled(self):
-        """Whether the window is there and every folder has its count, as in "Inbox(3)"."""
-        trees = [c for c in self.main["controls"] if c["class"] == "SysTreeView32"] if self.main else []
-        folders = [item["text"] for tree in trees for item in tree["items"] if item["level"]]
-        return bool(folders) and all(text.endswith(")") for text in folders)
-
-    @property
-    def labels(self):
-        return [item["text"] for item in self.items]
-
-    @property
-    def rows(self):
-        return [row["texts"] for row in self.list["rows"]]
-
-    @property
-    def selected_rows(self):
-        return [i for i, row in enumerate(self.list["rows"]) if row["selected"]]
-
-    @property
-    def titles(self):
-        return [column["title"] for column in self.list["columns"]]
-
-    @property
-    def widths(self):
-        return [column["width"] for column in self.list["columns"]]
-
-    @property
-    def buttons(self):
-        return self.control("ToolbarWindow32")["buttons"]
-
-    def button(self, command):
-        return next(b for b in self.buttons if b["command"] == command)
-
-
-def texts_of(dialog):
-    """The texts that a message box shows."""
-    return [c["text"] for c in dialog["controls"] if c["class"] == "Static" and c["text"]]
-
-
-def beginning_of(rect):
-    """The part of a row in which its first text is seen whatever the width of the list."""
-    left, top, _, height = rect
-    return [left, top, 60, height]
-
-
-def dialog_button(dialog, text):
-    return next(c for c in dialog["controls"] if c["class"] == "Button" and c["text"].replace("&", "") == text)
-
-
-def control_of(dialog, number):
-    """The dialog's control with this id."""
-    found = [c for c in dialog["controls"] if c["id"] == number]
-    if len(found) != 1:
-        raise AssertionError(f"{len(found)} controls with the id {number}")
-    return found[0]
-
-
-def focus_of(dialog):
-    """The id of the control that has the focus."""
-    return next((c["id"] for c in dialog["controls"] if c["focused"]), None)
-
-
-class Program:
-    """One running program in its folder; `place` is the folder it is started from."""
-
-    def __init__(self, folder, place=None, **environment):
-        self.folder = folder
-        self.process = subprocess.Popen(["wine", windows_path(folder / "Quillet.exe")], cwd=place or folder,
-                                        env=dict(os.environ, **environment), stdin=subprocess.DEVNULL,
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-
-    def ask(self, request):
-        ask_reporter(f"look-at {windows_path(self.folder)}")
-        return ask_reporter(request)
-
-    def running(self):
-        return self.process.poll() is None
-
-    def look(self, timeout=10):
-        """What is on the screen now. Asked again while a window comes or goes, or is busy."""
-        def ask():
-            answer = self.ask("report")
-            return Sight(**json.loads(answer.text)) if answer.code == 0 else None
-        return wait_until(ask, "a report of the program's windows", timeout)
-
-    def wait_for_window(self, timeout=60):
-        """Until the window is there and every folder has its count."""
-        def filled(sight):
-            if sight.dialogs:
-                raise AssertionError("a message box came instead of the window")
-            if not sight.main and not self.running():
-                raise AssertionError(f"the program has ended with {self.process.returncode}")
-            return sight.is_filled
-        return self.wait_for(filled, "the window", timeout)
-
-    def wait_for(self, condition, what, timeout=10):
-        """The first sight for which `condition` holds."""
-        last = []
-
-        def ask():
-            last[:] = [self.look(max(timeout, 10))]
-            return condition(last[0])
-        try:
-            wait_until(ask, what, timeout)
-        except AssertionError as problem:
-            seen = json.dumps([vars(sight) for sight in last], ensure_ascii=False)
-            raise AssertionError(f"{problem}\nlast seen: {seen}") from None
-        return last[0]
-
-    def wait_for_dialog(self, title, condition=lambda dialog: True, what="open", timeout=10):
-        """The dialog of that title, once it lies above all other windows and `condition` holds for it."""
-        def holds(sight):
-            top = sight.dialogs[0] if sight.dialogs else None
-            return top and top["title"] == title and top["foreground"] and condition(top)
-        return self.wait_for(holds, f"{title}: {what}", timeout).dialogs[0]
-
-    def wait_until_gone(self, dialog, after=""):
-        """The sight without that dialog; None when the program has ended."""
-        def gone():
-            sight = self.look() if self.running() else None
-            return not sight or all(d["window"] != dialog["window"] for d in sight.dialogs) and [sight]
-        answer = wait_until(gone, f"{dialog['title']} to go {after}")
-        return None if answer is True else answer[0]
-
-    def wait_for_no_dialog(self):
-        return self.wait_for(lambda sight: not sight.dialogs, "every dialog to go")
-
-    def press(self, dialog, text):
-        """Clicks a dialog's button and waits for the dialog to go."""
-        click(dialog_button(dialog, text)["rect"])
-        return self.wait_until_gone(dialog, f"after {text}")
-
-    def wait_for_end(self, timeout=15):
-        try:
-            return self.process.wait(timeout)
-        except subprocess.TimeoutExpired:
-            raise AssertionError("the program does not end") from None
-
-    def close(self):
-        """Closes the window as its close button does; the exit code."""
-        self.ask("close")
-        return self.wait_for_end()
-
-
-def leftovers():
-    """Programs of ours that still run in our Wine prefix, as process numbers."""
-    prefix = f"WINEPREFIX={os.environ['WINEPREFIX']}".encode()
-    found = []
-    for process in pathlib.Path("/proc").iterdir():
-        try:
-            if (process.name.isdigit() and b"Quillet.exe" in (process / "cmdline").read_bytes()
-                    and prefix in (process / "environ").read_bytes().split(b"\0")):
-                found.append(int(process.name))
-        except OSError:
-            pass  # gone, or not ours
-    return found
-
-
-def take_picture(path, rect=None):
-    path.parent.mkdir(parents=True, exist_ok=True)
-    crop = ["-crop", "{2}x{3}+{0}+{1}".format(*rect), "+repage"] if rect else []
-    subprocess.run(["import", "-window", "root", *crop, str(path)], check=True, timeout=20,
-                   stderr=subprocess.DEVNULL)
-
-
-def pixels(rect):
-    """What the screen shows there, as bytes to compare."""
-    left, top, width, height = rect
-    return subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}", "-depth", "8",
-                           "rgb:-"], check=True, timeout=20, capture_output=True).stdout
+    def items(self, state=None):
+        return [t for t in self if t.kind == "item" and state in (None, t.state)]
 
 
 class QuilletTest(unittest.TestCase):
-    """A fresh copy of the shipped folder for every test, and at its end nothing left running."""
+    maxDiff = None
+
+    @classmethod
+    def setUpClass(cls):
+        subprocess.run(["setxkbmap", "it"], check=True)  # has keys for è and \, and others are a gamble
+        program = ROOT / "out/mingw/tests/end_to_end/window_report.exe"
+        cls.reporter = subprocess.Popen(["wine", str(program)], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                                        stderr=subprocess.DEVNULL, encoding="utf-8")
+        cls.addClassCleanup(cls.reporter.communicate)
 
     def setUp(self):
-        self.folder = self.copy_of_the_shipped()
-        self.programs = []
-        self.addCleanup(self.leave_nothing)
-        xdotool(("mousemove", 1270, 1015))  # away from everything that lights up or shows a tip
+        self.folder, self.programs = self.new_folder(), []
+        # Without what a person may have changed.
+        ignored = shutil.ignore_patterns("*.dat", "port.ini", "handset.txt")
+        shutil.copytree(ROOT / "dist/Quillet", self.folder, dirs_exist_ok=True, ignore=ignored)
+        shutil.copy(ROOT / "handset/handset.txt", self.folder)
+        self.write("port.ini", b"[port]\r\ncom=0\r\n")
+        self.target = f"Z:{self.folder}/saved.txt".replace("/", "\\")
+        self.xdotool(("mousemove", 1270, 1015))  # away from everything that lights up or shows a tip
+
+    def tearDown(self):
+        self.picture(self._testMethodName)
 
     def new_folder(self):
-        """An empty one, gone when the test is over."""
-        (OUT / "end_to_end").mkdir(parents=True, exist_ok=True)
-        folder = pathlib.Path(tempfile.mkdtemp(prefix=f"{self._testMethodName}-", dir=OUT / "end_to_end"))
-        self.addCleanup(shutil.rmtree, folder)
-        return folder
-
-    def copy_of_the_shipped(self):
-        folder = self.new_folder()
-        # What a person may have changed or stored in the shipped folder is none of a test's business.
-        shutil.copytree(SHIPPED, folder, dirs_exist_ok=True,
-                        ignore=shutil.ignore_patterns("*.dat", "port.ini", "handset.txt"))
-        (folder / "port.ini").write_bytes(b"[port]\r\ncom=0\r\n")
-        (folder / "handset.txt").write_bytes(HANDSET.read_bytes())
-        return folder
+        return pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
 
     def write(self, name, data):
         (self.folder / name).write_bytes(data)
 
-    def launch(self, folder=None, **named):
-        """Starts the program in a folder, the test's own if none is named, without waiting for anything."""
-        self.program = Program(folder or self.folder, **named)
-        self.programs.append(self.program)
-        return self.program
+    def read(self, name):
+        return (self.folder / name).read_bytes()
 
-    def open(self):
-        """The program started, and the first sight of its filled window."""
-        program = self.launch()
-        return program, program.wait_for_window()
+    def launch(self, *words, place=None, **environment):
+        """The shipped program, or another one; it is gone when the test is over."""
+        with open(self.folder / "wine.log", "w") as log:
+            words = words or [f"Z:{self.folder}/Quillet.exe"]
+            process = subprocess.Popen(["wine", *words], cwd=place or self.folder, stdin=subprocess.DEVNULL,
+                                       stdout=log, stderr=log, env=os.environ | environment)
+        self.programs.append(process)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process
 
-    def select(self, index):
-        """Clicks the tree's item number `index`; the sight after the selection has arrived there."""
-        click(self.program.look().items[index]["rect"])
-        return self.program.wait_for(lambda sight: sight.items[index]["selected"], f"item {index} to be selected")
+    def picture(self, name):
+        (ROOT / "out/pictures").mkdir(exist_ok=True)
+        subprocess.run(["import", "-window", "root", str(ROOT / f"out/pictures/{name}.png")], check=True)
 
-    def tab_to(self, pane):
-        """Tab until the "tree" or the "list" has the focus."""
-        for _ in range(6):
-            if getattr(self.program.look(), pane)["focused"]:
-                return
-            key("Tab")
-        self.fail(f"Tab does not reach the {pane}")
+    # The eyes
 
-    def box_says(self, text):
-        """The message box on top, which must say `text`."""
-        box = self.program.wait_for_dialog("Quillet", what=text, timeout=15)
-        self.assertEqual(texts_of(box), [text])
-        return box
+    def look(self):
+        self.reporter.stdin.write("\n")
+        self.reporter.stdin.flush()
+        sight, window, control = Sight(), -1, 0
+        while (line := self.reporter.stdout.readline()) != "\n":
+            rect, kind, number, state, *texts = line.rstrip("\n").split("\t")
+            # A tip lies above the window that is in front.
+            window += kind == "window" and texts[1] != "tooltips_class32"
+            control = control if kind in ("item", "row", "button") else int(number)
+            rect = [int(number) for number in rect.split()]
+            sight.append(Thing(rect, kind, int(number), state, texts, window, control))
+        return sight
 
-    def answer(self, text, button="OK"):
-        """Presses a button of the box that says `text`; the sight after it, None when the program has ended."""
-        return self.program.press(self.box_says(text), button)
+    def until(self, condition):
+        end = time.monotonic() + 20
+        while not (found := condition(sight := self.look())):
+            if time.monotonic() > end:
+                ends = [process.poll() for process in self.programs]
+                self.fail(f"in vain; ends of programs: {ends}, seen:\n" + "\n".join(str(t[1:]) for t in sight))
+            time.sleep(0.02)
+        return found
 
-    def end(self, program=None):
-        """Closes the window; the program, the last one started, must end with 0."""
-        self.assertEqual((program or self.program).close(), 0, "exit code")
+    def shows(self, *texts):
+        """The window in front shows all of these."""
+        self.until(lambda sight: {*texts} <= {text for t in sight if t.window == 0 for text in t.texts})
 
-    def leave_nothing(self):
-        take_picture(PICTURES / f"{self._testMethodName}.png")
-        for program in self.programs:
-            # A test that went well has ended its programs; after a failure this one does.
-            if program.running():
-                program.process.send_signal(signal.SIGKILL)
-            program.process.wait(10)
-        try:
-            wait_until(lambda: not leftovers(), "the program's processes to be gone")
-        finally:
-            for process in leftovers():
-                os.kill(process, signal.SIGKILL)
+    def rows(self, *rows, control=None):
+        """The list holds these, each as far as given."""
+        self.until(lambda sight: len(found := sight.rows(control)) == len(rows) and all(
+            t.texts[:len(row)] == row for t, row in zip(found, rows)))
+
+    def counts(self, *counts):
+        """The labels of the folders say this, from the first one."""
+        self.until(lambda sight: re.findall(r"\((\d+)\)", str(sight.items())) == [*map(str, counts)])
+
+    def selects(self, *rows, control=None):
+        self.until(lambda sight: [t.number for t in sight.rows(control) if t.state == "selected"] == [*rows])
+
+    # The hand
+
+    def xdotool(self, *steps):
+        """Steps with a breath between them as a hand would take."""
+        words = [str(word) for step in steps for word in (*step, "sleep", 0.04)]
+        subprocess.run(["xdotool", *words], check=True)
+
+    def key(self, *names, to=None):
+        """Presses the keys; after that `to` has the focus."""
+        self.xdotool(*(("key", name) for name in names))
+        self.focus(to)
+
+    def type(self, text, *shown):
+        subprocess.run(["xdotool", "type", "--delay", "30", text], check=True)
+        self.shows(*shown or [text])
+
+    def click(self, name, held=None, times=1, to=None):
+        """The thing of this name, once it can be clicked."""
+        at = self.until(lambda sight: (t := sight.find(name)) and t.state != "grey" and middle(t))
+        down, up = [[(way, held)] if held else [] for way in ("keydown", "keyup")]
+        self.xdotool(("mousemove", *at), *down, ("click", "--repeat", times, "--delay", 60, 1), *up)
+        self.focus(to)
+
+    def focus(self, name):
+        self.until(lambda sight: name is None or (t := sight.find(name)) and t.state == "focus")
+
+    def item(self, number):
+        return middle(self.until(lambda sight: sight.items())[number])
+
+    def open_folder(self, number):
+        self.xdotool(("mousemove", *self.item(number)), ("click", 1))
+        self.until(lambda sight: [t.number for t in sight.items("selected")] == [number])
+
+    def drag(self, row, folder):
+        """Picks up the row and carries it over the item, which lights up."""
+        left, top, _, height = self.look().find(row).rect
+        x, y = left + 20, top + height // 2  # not where a click has just been
+        x1, y1 = self.item(folder)
+        self.xdotool(("mousemove", x, y), ("mousedown", 1), ("mousemove", x + 6, y + 2),
+                     *(("mousemove", x + (x1 - x) * i // 4, y + (y1 - y) * i // 4) for i in range(1, 5)))
+        self.until(lambda sight: [t.number for t in sight.items("target")] == [folder])
+
+    def drop(self):
+        self.xdotool(("mouseup", 1))
+        self.until(lambda sight: not sight.items("target"))
+
+    def answer(self, text, button=None):
+        """Presses a button of the box that says this, or Enter, and waits for the box to go."""
+        self.shows(text)
+        self.click(button) if button else self.key("Return")
+        self.until(lambda sight: not any(t.kind == "Static" and text in t.texts for t in sight))

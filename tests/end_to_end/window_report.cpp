@@ -1,196 +1,152 @@
-// Looks at the running program from outside, through nothing but window messages. Answers the requests that
-// come on standard input, a line each, until that ends:
+// Says what the visible windows of all programs hold, the one in front first; once for each line of input.
 //
-//   report          the main window, its controls, open dialogs and tooltips, as JSON
-//   close           asks the main window to close, as its close button does
-//   minimize        the main window, as when all windows of a desktop are
-//   look-at FOLDER  from here on the program in that folder is meant, and not any that runs
-//   copy BYTES      puts so many bytes that follow the line, UTF-8, on the clipboard
-//
-// An answer is a line "CODE BYTES" and so many bytes. Code 3: looking failed, the bytes say why.
-#include <fcntl.h>
-#include <io.h>
+// A line each for windows, controls, items of trees, rows of lists and buttons of toolbars, in fields between
+// tabs: left, top, width and height on the screen; kind; id or number; state; texts. An empty line ends an
+// answer.
 #include <windows.h>
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <string>
-#include <string_view>
-#include <vector>
-
-#include "control_report.h"
-#include "foreign_window.h"
-#include "json.h"
 
 namespace {
 
-// The program's path, or as much of its end as matters.
-std::wstring programFile = L"\\Quillet.exe";
-constexpr std::wstring_view mainTitle = L"Quillet";
+constexpr int textUnits = 4096;
+constexpr int columns = 3;
 
-// The visible top-level windows of the program.
-struct ProgramWindows {
-  HWND main = nullptr;
-  std::vector<HWND> dialogs;  // message boxes, dialogs, menus
-  std::vector<HWND> tooltips;
+// What a message to a control of another program points to. A tree is asked for a rectangle by an item's
+// handle.
+struct Parcel {
+  union {
+    RECT rect;
+    HTREEITEM handle;
+    TVITEMW item;
+    LVITEMW row;
+    TBBUTTON button;
+  };
+  wchar_t text[textUnits];
 };
 
-bool belongsToProgram(HWND window) {
-  DWORD id = 0;
-  GetWindowThreadProcessId(window, &id);
-  const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
-  if (!process) return false;
-  wchar_t path[MAX_PATH];
-  DWORD length = MAX_PATH;
-  const bool known = QueryFullProcessImageNameW(process, 0, path, &length);
-  CloseHandle(process);
-  return known && std::wstring_view(path, length).ends_with(programFile);
+LRESULT ask(HWND window, UINT message, LRESULT wParam = 0, LRESULT lParam = 0) {
+  DWORD_PTR answer = 0;
+  SendMessageTimeoutW(window, message, static_cast<WPARAM>(wParam), lParam, SMTO_ABORTIFHUNG, 5000, &answer);
+  return static_cast<LRESULT>(answer);
 }
 
-BOOL CALLBACK sortWindow(HWND window, LPARAM context) {
-  auto& windows = *reinterpret_cast<ProgramWindows*>(context);
-  if (!IsWindowVisible(window) || !belongsToProgram(window)) return TRUE;
-  const std::wstring name = classOf(window);
-  if (name == TOOLTIPS_CLASSW) {
-    windows.tooltips.push_back(window);
-  } else if (name != L"#32770" && !GetWindow(window, GW_OWNER) && textOf(window) == mainTitle) {
-    windows.main = window;
-  } else {
-    windows.dialogs.push_back(window);
+std::string utf8(std::wstring text) {
+  for (wchar_t& c : text)
+    if (c < L' ') c = L' ';
+  char bytes[3 * textUnits];
+  const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes,
+                                       sizeof bytes, nullptr, nullptr);
+  return {bytes, static_cast<std::size_t>(size)};
+}
+
+void print(HWND owner, RECT r, const char* kind, LRESULT number, const char* state,
+           const std::string& texts) {
+  if (owner) MapWindowPoints(owner, nullptr, reinterpret_cast<POINT*>(&r), 2);
+  std::printf("%ld %ld %ld %ld\t%s\t%d\t%s\t%s\n", r.left, r.top, r.right - r.left, r.bottom - r.top, kind,
+              static_cast<int>(number), state, texts.c_str());
+}
+
+// A control of another program, and a place in that program for parcels.
+struct Control {
+  explicit Control(HWND control) : window{control} {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    process = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+    there =
+        static_cast<Parcel*>(VirtualAllocEx(process, nullptr, sizeof(Parcel), MEM_COMMIT, PAGE_READWRITE));
   }
+  ~Control() {
+    VirtualFreeEx(process, there, 0, MEM_RELEASE);
+    CloseHandle(process);
+  }
+
+  Parcel send(UINT message, LRESULT wParam, Parcel parcel = {}) const {
+    WriteProcessMemory(process, there, &parcel, sizeof parcel, nullptr);
+    ask(window, message, wParam, reinterpret_cast<LRESULT>(there));
+    ReadProcessMemory(process, there, &parcel, sizeof parcel, nullptr);
+    return parcel;
+  }
+
+  void printTree() const {
+    int number = 0;
+    for (LRESULT i = ask(window, TVM_GETNEXTITEM, TVGN_ROOT); i;
+         i = ask(window, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, i)) {
+      Parcel parcel{};
+      parcel.handle = reinterpret_cast<HTREEITEM>(i);
+      const RECT rect = send(TVM_GETITEMRECT, TRUE, parcel).rect;
+      parcel.item = {TVIF_TEXT | TVIF_STATE, parcel.handle, 0, ~0U, there->text, textUnits, 0, 0, 0, 0};
+      parcel = send(TVM_GETITEMW, 0, parcel);
+      const UINT state = parcel.item.state;
+      print(window, rect, "item", number++,
+            state & TVIS_DROPHILITED ? "target"
+            : state & TVIS_SELECTED  ? "selected"
+                                     : "",
+            utf8(parcel.text));
+    }
+  }
+
+  void printRows() const {
+    for (LRESULT i = 0, count = ask(window, LVM_GETITEMCOUNT); i < count; ++i) {
+      std::string texts;
+      for (int column = 0; column < columns; ++column) {
+        Parcel parcel{};
+        parcel.row.iSubItem = column;
+        parcel.row.pszText = there->text;
+        parcel.row.cchTextMax = textUnits;
+        texts += (column ? "\t" : "") + utf8(send(LVM_GETITEMTEXTW, i, parcel).text);
+      }
+      const bool selected = ask(window, LVM_GETITEMSTATE, i, LVIS_SELECTED);
+      print(window, send(LVM_GETITEMRECT, i).rect, "row", i, selected ? "selected" : "", texts);
+    }
+  }
+
+  void printButtons() const {
+    for (LRESULT i = 0, count = ask(window, TB_BUTTONCOUNT); i < count; ++i) {
+      const TBBUTTON button = send(TB_GETBUTTON, i).button;
+      print(window, send(TB_GETITEMRECT, i).rect, "button", button.idCommand,
+            button.fsState & TBSTATE_ENABLED ? "" : "grey", {});
+    }
+  }
+
+  HWND window;
+  HANDLE process;
+  Parcel* there;
+};
+
+BOOL CALLBACK printWindow(HWND window, LPARAM isChild) {
+  if (!IsWindowVisible(window)) return TRUE;
+  wchar_t name[64]{};
+  GetClassNameW(window, name, 64);
+  const std::string kind = utf8(name);
+  wchar_t text[textUnits]{};
+  ask(window, WM_GETTEXT, textUnits, reinterpret_cast<LRESULT>(text));
+  GUITHREADINFO keys{};
+  keys.cbSize = sizeof keys;
+  GetGUIThreadInfo(0, &keys);
+  RECT rect{};
+  GetWindowRect(window, &rect);
+  print(nullptr, rect, isChild ? kind.c_str() : "window", isChild ? GetDlgCtrlID(window) : 0,
+        window == keys.hwndFocus  ? "focus"
+        : IsWindowEnabled(window) ? ""
+                                  : "grey",
+        utf8(text) + (isChild ? "" : "\t" + kind));
+  if (kind == "SysTreeView32") Control(window).printTree();
+  if (kind == "SysListView32") Control(window).printRows();
+  if (kind == "ToolbarWindow32") Control(window).printButtons();
+  if (!isChild) EnumChildWindows(window, printWindow, TRUE);
   return TRUE;
-}
-
-ProgramWindows findWindows() {
-  ProgramWindows windows;
-  EnumWindows(sortWindow, reinterpret_cast<LPARAM>(&windows));
-  return windows;
-}
-
-InputOwners inputOwners(HWND window) {
-  GUITHREADINFO info{};
-  info.cbSize = sizeof(info);
-  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-  return {info.hwndFocus, info.hwndCapture};
-}
-
-std::vector<HWND> descendants(HWND window) {
-  std::vector<HWND> found;
-  EnumChildWindows(
-      window,
-      [](HWND child, LPARAM context) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(context)->push_back(child);
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&found));
-  return found;
-}
-
-std::string windowReport(HWND window) {
-  RECT frame{};
-  RECT client{};
-  GetWindowRect(window, &frame);
-  GetClientRect(window, &client);
-  std::vector<std::string> controls;
-  for (const HWND child : descendants(window)) controls.push_back(controlReport(child, inputOwners(window)));
-  const auto handle = static_cast<long long>(reinterpret_cast<INT_PTR>(window));
-  return json::object({{"window", json::number(handle)},
-                       {"class", json::text(classOf(window))},
-                       {"title", json::text(textOf(window))},
-                       {"enabled", json::flag(IsWindowEnabled(window))},
-                       {"foreground", json::flag(GetForegroundWindow() == window)},
-                       {"minimized", json::flag(IsIconic(window))},
-                       {"rect", json::rectangle(frame)},
-                       {"client", json::rectangle(onScreen(window, client))},
-                       {"controls", json::list(controls)}});
-}
-
-std::string report() {
-  const ProgramWindows windows = findWindows();
-  std::vector<std::string> dialogs;
-  std::vector<std::string> tooltips;
-  for (const HWND dialog : windows.dialogs) dialogs.push_back(windowReport(dialog));
-  for (const HWND tooltip : windows.tooltips) tooltips.push_back(json::text(textOf(tooltip)));
-  return json::object({{"main", windows.main ? windowReport(windows.main) : "null"},
-                       {"dialogs", json::list(dialogs)},
-                       {"tooltips", json::list(tooltips)}});
-}
-
-std::wstring wide(const std::string& utf8) {
-  const int size = static_cast<int>(utf8.size());
-  std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0)),
-                    L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, text.data(), static_cast<int>(text.size()));
-  return text;
-}
-
-// False when another program keeps the clipboard.
-bool copy(const std::wstring& text) {
-  const SIZE_T size = (text.size() + 1) * sizeof(wchar_t);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-  if (!memory) return false;
-  std::memcpy(GlobalLock(memory), text.c_str(), size);
-  GlobalUnlock(memory);
-  // Without an owner the clipboard takes nothing.
-  const HWND owner =
-      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-  const bool opened = OpenClipboard(owner);
-  const bool copied = opened && EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, memory);
-  if (!copied) GlobalFree(memory);
-  if (opened) CloseClipboard();
-  DestroyWindow(owner);
-  return copied;
-}
-
-struct Answer {
-  int code = 0;
-  std::string text;
-};
-
-Answer answerTo(const std::string& command, const std::string& argument) {
-  if (command == "report") return {0, report()};
-  if (command == "close") {
-    const HWND window = findWindows().main;
-    return {window && PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1, {}};
-  }
-  if (command == "minimize") {
-    const HWND window = findWindows().main;
-    return {window && ShowWindow(window, SW_MINIMIZE) ? 0 : 1, {}};
-  }
-  if (command == "look-at") {
-    programFile = wide(argument) + L"\\Quillet.exe";
-    return {};
-  }
-  if (command == "copy") {
-    std::string text(std::strtoul(argument.c_str(), nullptr, 10), '\0');
-    text.resize(std::fread(text.data(), 1, text.size(), stdin));
-    return {copy(wide(text)) ? 0 : 1, {}};
-  }
-  return {64, "no such request: " + command};
 }
 
 }  // namespace
 
 int main() {
-  _setmode(_fileno(stdin), _O_BINARY);
-  _setmode(_fileno(stdout), _O_BINARY);
-  char line[4096];
-  while (std::fgets(line, sizeof(line), stdin)) {
-    const std::string request(line, std::strcspn(line, "\n"));
-    const std::size_t blank = std::min(request.find(' '), request.size());
-    Answer answer;
-    try {
-      answer = answerTo(request.substr(0, blank), request.substr(std::min(blank + 1, request.size())));
-    } catch (const std::exception& problem) {
-      answer = {3, problem.what()};
-    }
-    std::printf("%d %u\n", answer.code, static_cast<unsigned>(answer.text.size()));
-    std::fwrite(answer.text.data(), 1, answer.text.size(), stdout);
+  while (std::getchar() != EOF) {
+    EnumWindows(printWindow, FALSE);
+    std::puts("");
     std::fflush(stdout);
   }
-  return 0;
 }
