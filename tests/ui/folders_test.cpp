@@ -1,217 +1,194 @@
-#include <gtest/gtest.h>
-
-#include "resources/resource_ids.h"
 #include "running_app.h"
-#include "store/folder_state.h"
 
+// What is shown of the folders, and the window around them.
 namespace {
 
-using store::Folder;
-using Texts = std::vector<std::string>;
-
-std::string storeOf(const std::string& section, const Texts& contents) {
-  std::string bytes = "[" + section + "] \r\n";
-  for (const std::string& content : contents)
-    bytes += "Content = " + content + " \r\nPhone = 1 \r\nTime = 2005/01/02  09:05:07 \r\nIndex = 0 \r\n";
-  return bytes;
-}
-
 // One message in the handset inbox, two in its outbox, one, two and three in the PC folders.
-class Folders : public testing::Test {
+class Folders : public Program {
  protected:
   void SetUp() override {
-    putReceived(folder_.script(), entryOf("in", "+1", "26030211223304"));
-    putSent(folder_.script(), entryOf("out 1", "+2", "26030211223304"));
-    putSent(folder_.script(), entryOf("out 2", "+3", "26030211223304"));
-    folder_.write("pcInbox.dat", storeOf("PCINBOX", {"pc in"}));
-    folder_.write("pcSent.dat", storeOf("PCSENT", {"sent 1", "sent 2"}));
-    folder_.write("pcDraft.dat", storeOf("PCDRAFT", {"draft 1", "draft 2", "draft 3"}));
+    folder_.receive("in");
+    for (const char* text : {"out 1", "out 2"})
+      folder_.add(folder_.script().sender, folder_.script().senderResult, text);
+    folder_.put(pInbox, {{"pc in", "7", "2005/01/02  09:05:07"}});
+    folder_.put(pSent, {{"sent 1"}, {"sent 2"}});
+    folder_.put(pDraft, {{"draft 1"}, {"draft 2"}, {"draft 3"}});
     ASSERT_TRUE(app_.start());
-    app_.settle();
+    folder_.log();
   }
-
-  void selectRow(int row) { ListView_SetItemState(app_.list().handle(), row, LVIS_SELECTED, LVIS_SELECTED); }
-
-  ProgramFolder folder_;
-  RunningApp app_{folder_};
+  void refresh(Steps steps = {}) { app_.command(ID_REFRESH, std::move(steps)); }
+  RECT inFrame(HWND window) {
+    RECT rect;
+    GetWindowRect(window, &rect);
+    MapWindowPoints(nullptr, app_.window(), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+  }
+  std::string columnsOfPane(const std::string& phone) {
+    const auto width = static_cast<int>(app_.frame()->list().clientRect().right);
+    const std::string half = std::to_string(width / 2), quarter = std::to_string(width / 4);
+    return "Content " + half + " " + phone + " " + quarter + " Time " + quarter;
+  }
 };
 
-TEST_F(Folders, SelectionFillsTheListButChangesColumnsOnlyAfterAClick) {
-  app_.frame()->send(WM_SIZE);
-  const int paneWidth = static_cast<int>(app_.list().clientRect().right);
-  app_.selectFolder(Folder::PSent);
-  EXPECT_EQ(app_.column(0), (Texts{"sent 1", "sent 2"}));
-  EXPECT_EQ(app_.heading(1), "Sender");
-  EXPECT_EQ(app_.width(2), paneWidth / 4);
-
-  struct Case {
-    Folder folder;
-    const char* heading;
-    int timeWidth;
-    Texts contents;
+TEST_F(Folders, FillTheListAndGiveItTheirColumnsAfterAClick) {
+  app_.show(pSent);
+  EXPECT_EQ(app_.look() + " " + app_.columns(), "1 2 1 2 3: sent 1,sent 2 " + columnsOfPane("Sender"));
+  const std::tuple<Place, const char*, std::string> folders[] = {
+      {mOutbox, "out 1,out 2", "Receiver 200 Time 0"},
+      {pDraft, "draft 1,draft 2,draft 3", "Receiver 200 Time 100"},
+      {pInbox, "pc in", "Sender 200 Time 100"},
+      {mInbox, "in", "Sender 200 Time 100"},
+      {pSent, "sent 1,sent 2", "Receiver 200 Time 100"},
   };
-  for (const Case& c :
-       {Case{Folder::MOutbox, "Receiver", 0, {"out 1", "out 2"}},
-        Case{Folder::PDraft, "Receiver", 100, {"draft 1", "draft 2", "draft 3"}},
-        Case{Folder::PInbox, "Sender", 100, {"pc in"}}, Case{Folder::MInbox, "Sender", 100, {"in"}},
-        Case{Folder::PSent, "Receiver", 100, {"sent 1", "sent 2"}}}) {
-    app_.clickFolder(c.folder);
-    EXPECT_EQ(app_.column(0), c.contents);
-    EXPECT_EQ(app_.heading(1), c.heading);
-    EXPECT_EQ(app_.width(1), 200);
-    EXPECT_EQ(app_.width(2), c.timeWidth);
+  for (const auto& [folder, rows, columns] : folders) {
+    app_.show(mobile);
+    app_.show(folder, true);
+    EXPECT_EQ(app_.look(), std::string("1 2 1 2 3: ") + rows);
+    EXPECT_TRUE(app_.columns().ends_with(columns)) << rows << app_.columns();
+    const std::string all = folder < pInbox ? "" : "DeleteAll";
+    EXPECT_EQ(app_.enabled(), all);
+    select(app_.list(), {0});
+    EXPECT_EQ(app_.enabled(), folder < pInbox ? "Save" : "SaveDelete" + all);
   }
-  EXPECT_EQ(app_.column(1), (Texts{"1", "1"}));  // the new column shows the rows' numbers
-  EXPECT_EQ(app_.column(2)[0], "2005/01/02  09:05:07");
+  app_.show(pc);
+  EXPECT_EQ(app_.look() + app_.enabled(), "1 2 1 2 3: ");
 }
 
-TEST_F(Folders, GroupsEmptyTheList) {
-  for (const store::TreeItem group : {store::folderState().mobileGroup, store::folderState().pcGroup}) {
-    app_.selectFolder(Folder::PDraft);
-    EXPECT_EQ(app_.list().itemCount(), 3);
-    app_.tree().selectItem(group);
-    EXPECT_EQ(app_.list().itemCount(), 0);
-    app_.settle();
-    EXPECT_FALSE(app_.canRun(ID_DELETE_ALL));
-  }
+TEST_F(Folders, OnPlatform98GoByTheTextOfThePath) {
+  app_.imitatePlatform98();
+  app_.show(pInbox, true);
+  EXPECT_EQ(app_.look(), "1 2 1 2 3: pc in");
+  EXPECT_TRUE(
+      app_.columns().ends_with("Receiver 200 Time 100"));  // the heading does not follow the selection
+  app_.show(pc);
+  EXPECT_EQ(app_.rows(), "pc in");  // nor does a group empty the list
+  app_.show(pInbox);
+  folder_.put(pInbox, {{"a"}, {"b"}});
+  refresh();
+  EXPECT_EQ(app_.look(), "1 2 2 2 3: a,b");
 }
 
-TEST_F(Folders, PathsNameGroupAndFolder) {
-  app_.selectFolder(Folder::PDraft);
-  EXPECT_EQ(store::folderState().selectedPath, "PC\\Draft(3)");
-  EXPECT_EQ(app_.tree().itemPath(store::folderState().mobileGroup), "Mobile");
-}
-
-TEST_F(Folders, Platform98GoesByTheTextOfThePath) {
-  store::folderState().windows98Mode = true;
-  store::folderState().lastSelectedItem = nullptr;
-  app_.clickFolder(Folder::PInbox);
-  EXPECT_EQ(app_.column(0), Texts{"pc in"});
-  EXPECT_EQ(app_.heading(1), "Receiver");  // there the heading does not follow the selection
-  app_.tree().selectItem(store::folderState().pcGroup);
-  EXPECT_EQ(app_.column(0), Texts{"pc in"});  // nor does a group empty the list
-  folder_.write("pcInbox.dat", storeOf("PCINBOX", {"a", "b"}));
-  EXPECT_EQ(app_.tree().refreshCount("PC\\Inbox(1)"), 1);
-  EXPECT_EQ(app_.label(Folder::PInbox), "Inbox(2)");
-  EXPECT_EQ(app_.tree().refreshCount("elsewhere"), 1);
-}
-
-TEST_F(Folders, CommandsFollowSelectionAndFolder) {
-  for (const Folder folder : store::allFolders) {
-    app_.selectFolder(folder);
-    const bool onPc = store::isOnPc(folder);
-    EXPECT_FALSE(app_.canRun(ID_SAVE));
-    EXPECT_FALSE(app_.canRun(ID_DELETE));
-    EXPECT_EQ(app_.canRun(ID_DELETE_ALL), onPc);
-    selectRow(0);
-    EXPECT_TRUE(app_.canRun(ID_SAVE));
-    EXPECT_EQ(app_.canRun(ID_DELETE), onPc);
-    app_.settle();
-    EXPECT_TRUE(app_.frame()->toolBar().isEnabled(ID_SAVE));
-    EXPECT_EQ(app_.frame()->toolBar().isEnabled(ID_DELETE), onPc);
-    EXPECT_EQ(app_.frame()->toolBar().isEnabled(ID_DELETE_ALL), onPc);
+TEST_F(Folders, WidthsStayWithTheFolderUntilThePaneChanges) {
+  folder_.put(pSent, std::vector<Message>(500, {"many"}));
+  refresh();
+  app_.show(pSent, true);
+  ASSERT_TRUE(GetWindowLongW(app_.list(), GWL_STYLE) & WS_VSCROLL);
+  ShowWindow(app_.window(), SW_MINIMIZE);
+  ShowWindow(app_.window(), SW_RESTORE);
+  EXPECT_TRUE(app_.columns().ends_with("Receiver 200 Time 100"));
+  for (const Place folder : {pSent, mInbox}) {  // with a scroll bar and without
+    app_.show(folder);
+    SetWindowPos(app_.list(), nullptr, 0, 0, 700 + folder, 300, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(app_.columns(), columnsOfPane(folder == pSent ? "Receiver" : "Sender"));
+    EXPECT_EQ(GetWindowLongW(app_.list(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL),
+              folder == pSent ? WS_VSCROLL : 0);
   }
 }
 
-TEST_F(Folders, ScrollBarLeavesTheFoldersColumnsAlone) {
-  folder_.write("pcSent.dat", storeOf("PCSENT", Texts(500, "many")));
-  app_.press(app_.list().handle(), VK_F5);
-  app_.clickFolder(Folder::PSent);
-  ASSERT_TRUE(GetWindowLongW(app_.list().handle(), GWL_STYLE) & WS_VSCROLL);
-  EXPECT_EQ(app_.width(1), 200);
-  EXPECT_EQ(app_.width(2), 100);
-  // Columns that only follow the pane make room for it.
-  SetWindowPos(app_.list().handle(), nullptr, 0, 0, 700, 300, SWP_NOMOVE | SWP_NOZORDER);
-  const int client = static_cast<int>(app_.list().clientRect().right);
-  EXPECT_LT(client, 698);
-  EXPECT_EQ(app_.width(0), client / 2);
-  EXPECT_FALSE(GetWindowLongW(app_.list().handle(), GWL_STYLE) & WS_HSCROLL);
-}
-
-TEST_F(Folders, MinimisingLeavesTheColumnsAlone) {
-  app_.clickFolder(Folder::MOutbox);
-  ShowWindow(app_.frame()->handle(), SW_MINIMIZE);
-  ShowWindow(app_.frame()->handle(), SW_RESTORE);
-  EXPECT_EQ(app_.width(1), 200);
-  EXPECT_EQ(app_.width(2), 0);
-}
-
-TEST_F(Folders, ColumnsFollowThePane) {
-  SetWindowPos(app_.list().handle(), nullptr, 0, 0, 802, 300, SWP_NOMOVE | SWP_NOZORDER);
-  const int client = static_cast<int>(app_.list().clientRect().right);
-  ASSERT_EQ(client, 800);
-  EXPECT_EQ((std::array{app_.width(0), app_.width(1), app_.width(2)}), (std::array{400, 200, 200}));
-}
-
-TEST_F(Folders, RefreshReadsEverythingAgainInOrder) {
-  app_.selectFolder(Folder::PSent);
-  folder_.write("pcSent.dat", storeOf("PCSENT", {"sent 1", "sent 2", "sent 3"}));
-  putReceived(folder_.script(), entryOf("new", "+9", "26030211223304"));
-  folder_.script().logLength = 0;
-  app_.press(app_.list().handle(), VK_F5);
-  EXPECT_EQ(std::string(folder_.script().log, folder_.script().logLength),
+TEST_F(Folders, RefreshReadsEverythingAgainAndSaysWhatItCannot) {
+  app_.show(pSent);
+  folder_.put(pSent, {{"sent 3"}});
+  folder_.receive("new");
+  app_.key(app_.list(), VK_F5);
+  EXPECT_EQ(folder_.log(),
             "zelCloseSIM zelOpenSIM(3,115200) zelInitSMS zelGetReceiverSMS zelGetHandSetSMS zelGetSenderSMS "
             "zelGetHandSetSMS ");
-  EXPECT_EQ(app_.label(Folder::MInbox), "Inbox(2)");
-  EXPECT_EQ(app_.label(Folder::PSent), "Sent(3)");
-  EXPECT_EQ(app_.column(0), (Texts{"sent 1", "sent 2", "sent 3"}));
-}
-
-TEST_F(Folders, FailedRefreshEmptiesTheListAndKeepsTheLabels) {
-  folder_.script().initResult = 0;
-  const BoxWatcher boxes;
-  app_.press(app_.list().handle(), VK_F5);
-  EXPECT_EQ(boxes.seen(), Texts{"Quillet: Can not connect,Please Check Connection"});
-  EXPECT_EQ(app_.list().itemCount(), 0);
-  EXPECT_EQ(app_.label(Folder::PDraft), "Draft(3)");
-  app_.selectFolder(Folder::PDraft);
-  EXPECT_EQ(app_.list().itemCount(), 0);
-  folder_.script().initResult = 1;
-  app_.press(app_.list().handle(), VK_F5);
-  EXPECT_EQ(app_.list().itemCount(), 3);
-}
-
-TEST_F(Folders, StoreThatCannotBeReadIsToldAndLeftAlone) {
-  const std::string path = folder_.path() + "pcDraft.dat";
-  const HANDLE lock = CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(lock, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(app_.look(), "2 2 1 1 3: sent 3");
   {
-    const BoxWatcher boxes;
-    app_.press(app_.list().handle(), VK_F5);
-    ASSERT_EQ(boxes.seen().size(), 1U);
-    EXPECT_NE(boxes.seen()[0].find("pcDraft.dat"), std::string::npos) << boxes.seen()[0];
+    const auto held = folder_.hold("pcDraft.dat", 0);
+    refresh({answer("pcDraft.dat")});
+    EXPECT_EQ(app_.label(pDraft), "Draft(0)");
   }
-  CloseHandle(lock);
-  EXPECT_EQ(app_.label(Folder::PDraft), "Draft(0)");
-  app_.press(app_.list().handle(), VK_F5);
-  EXPECT_EQ(app_.label(Folder::PDraft), "Draft(3)");
+  folder_.write("pcSent.dat", folder_.storeOf(pSent, {{"whole"}}) + "rubbish");
+  refresh();
+  EXPECT_EQ(app_.label(pDraft) + app_.label(pSent), "Draft(3)Sent(2)");
+  EXPECT_EQ(app_.status().substr(0, 67),
+            "pcSent.dat holds lines that could not be read. Mobile\\Inbox: 2, Mob");
+  app_.show(pSent);
+  app_.command(ID_DELETE_ALL, {end(IDOK)});
+  EXPECT_TRUE(app_.status().starts_with("Lines that could not be read are kept in ")) << app_.status();
+  folder_.script().initResult = 0;
+  refresh({answer("Can not connect,Please Check Connection")});
+  EXPECT_EQ(app_.status(), "Not connected. Your messages are safe and come back with the next Refresh.");
+  for (const Place folder : {mInbox, pDraft}) {
+    app_.show(folder);
+    EXPECT_EQ(app_.rows() + app_.label(pDraft), "Draft(3)");
+  }
+  folder_.script().initResult = 1;
+  refresh();
+  EXPECT_EQ(app_.look(), "2 2 1 0 3: draft 1,draft 2,draft 3");
 }
 
-TEST_F(Folders, DamagedStoreIsNamedInTheStatusBar) {
-  folder_.write("pcSent.dat", storeOf("PCSENT", {"whole"}) + "Content = half");
-  app_.press(app_.list().handle(), VK_F5);
-  EXPECT_EQ(app_.label(Folder::PSent), "Sent(2)");
-  EXPECT_NE(app_.status().find("pcSent.dat"), std::string::npos) << app_.status();
+TEST_F(Folders, TheFrameHasItsSizesButtonsTipsAndKeys) {
+  MINMAXINFO info{};
+  SendMessageW(app_.window(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+  EXPECT_EQ(info.ptMinTrackSize.x * 1000 + info.ptMinTrackSize.y, 800580);
+  std::string tips;
+  for (const UINT command : app_.frame()->toolBar().commands()) {
+    NMTTDISPINFOW tip{.hdr = {app_.toolBar(), command, TTN_GETDISPINFOW}};
+    SendMessageW(GetParent(app_.toolBar()), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&tip));
+    tips += toUtf8(tip.lpszText) + " ";
+  }
+  EXPECT_EQ(tips, "New Save Delete DeleteAll Refresh ");
+  for (const UINT list : {UINT{TB_GETIMAGELIST}, UINT{TB_GETDISABLEDIMAGELIST}, UINT{TB_GETHOTIMAGELIST}})
+    EXPECT_EQ(ImageList_GetImageCount(reinterpret_cast<HIMAGELIST>(SendMessageW(app_.toolBar(), list, 0, 0))),
+              5);
+  SetFocus(app_.tree());
+  app_.key(app_.tree(), VK_TAB);
+  EXPECT_EQ(GetFocus(), app_.list());
+  app_.key(app_.list(), VK_F6);
+  EXPECT_EQ(GetFocus(), app_.tree());
+  app_.watch({press(IDOK)}, [this] { SendMessageW(app_.window(), WM_SYSCOMMAND, ID_APP_ABOUT, 0); });
+  app_.watch({press(IDC_MESSAGE_CANCEL)}, [this] {
+    for (const UINT button : {WM_LBUTTONDOWN, WM_LBUTTONUP}) SendMessageW(app_.toolBar(), button, 1, 0x50005);
+  });
+  SendMessageW(app_.window(), WM_CLOSE, 0, 0);
+  MSG message{};
+  EXPECT_TRUE(!app_.window() && PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
 }
 
-TEST_F(Folders, ThousandsOfRowsAreAllShown) {
-  folder_.write("pcInbox.dat", storeOf("PCINBOX", Texts(3000, "many")));
-  app_.press(app_.list().handle(), VK_F5);
-  app_.selectFolder(Folder::PInbox);
-  EXPECT_EQ(app_.label(Folder::PInbox), "Inbox(3000)");
-  EXPECT_EQ(app_.list().itemCount(), 3000);
-  EXPECT_EQ(app_.list().itemData(2999), 2999);
+TEST_F(Folders, TheSplitterMovesByMouseAndKeysWithinItsBounds) {
+  const HWND splitter = GetParent(app_.list());
+  const LONG all = inFrame(splitter).right, most = all - 106;
+  EXPECT_EQ(inFrame(app_.tree()).right, 200);
+  const std::tuple<LONG, LONG, LONG> drags[] = {
+      {202, 302, 300}, {302, 5, 100}, {102, 30000, most}, {most + 2, 202, 200}};
+  for (const auto& [from, to, width] : drags) {
+    SendMessageW(splitter, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, 50));
+    for (const UINT move : {WM_MOUSEMOVE, WM_LBUTTONUP}) SendMessageW(splitter, move, 0, MAKELPARAM(to, 50));
+    SendMessageW(splitter, WM_MOUSEMOVE, 0, MAKELPARAM(150, 50));  // without the button
+    EXPECT_EQ(inFrame(app_.list()).left - 6, width);
+  }
+  SetFocus(app_.tree());
+  app_.key(app_.tree(), VK_F8);
+  ASSERT_EQ(GetFocus(), splitter);
+  for (const auto& [key, width] :
+       {std::pair{VK_RIGHT, 208}, {VK_LEFT, 200}, {VK_LEFT, 192}, {VK_ESCAPE, 200}}) {
+    app_.key(splitter, static_cast<UINT>(key));
+    EXPECT_EQ(inFrame(app_.tree()).right, width);
+  }
+  EXPECT_EQ(GetFocus(), app_.tree());
 }
 
-TEST(RefreshWithoutLibrary, ShowsItsMessageAndReadsThePcFolders) {
-  ProgramFolder folder(ProgramFolder::Link::none);
-  const BoxWatcher boxes;
-  RunningApp app(folder);
-  ASSERT_TRUE(app.start());
-  folder.write("pcDraft.dat", storeOf("PCDRAFT", {"kept"}));
-  app.press(app.list().handle(), VK_F5);
-  EXPECT_EQ(boxes.seen(), Texts(2, "Quillet: DLL Not Found :SMS_DLL2.dll"));
-  EXPECT_EQ(app.label(Folder::PDraft), "Draft(1)");
+TEST_F(Folders, TheToolBarDocksOnEverySideByItsGripper) {
+  const HWND bar = GetParent(app_.toolBar());
+  const RECT room = app_.frame()->clientRect();
+  const LONG x = room.right / 2, y = room.bottom / 2;
+  const std::tuple<POINT, LONG RECT::*, LONG RECT::*> drops[] = {
+      {{3, y}, &RECT::right, &RECT::left},
+      {{x, room.bottom - 3}, &RECT::top, &RECT::bottom},
+      {{room.right - 3, y}, &RECT::left, &RECT::right},
+      {{x, y}, &RECT::left, &RECT::right},  // far from every side: stays
+      {{x, 3}, &RECT::bottom, &RECT::top},
+  };
+  for (const auto& [drop, edge, ofPanes] : drops) {
+    POINT at = drop;
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));
+    MapWindowPoints(app_.window(), bar, &at, 1);
+    SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    SendMessageW(bar, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(inFrame(bar).*edge, inFrame(GetParent(app_.list())).*ofPanes) << drop.x << ' ' << drop.y;
+  }
 }
 
 }  // namespace

@@ -1,0 +1,224 @@
+#include "running_app.h"
+
+// The New message dialog with its address book, and the reader.
+namespace {
+
+const std::string silent = "Can not connect,Please Check Connection";
+const Step send = press(IDC_SEND), cancel = press(IDC_MESSAGE_CANCEL);
+const std::vector<UINT> message{IDC_RECEIVERS, IDC_MESSAGE_CONTENT, IDC_CONTACT};
+
+Step text(const std::string& words) {
+  return type(IDC_MESSAGE_CONTENT, words);
+}
+Step to(const std::string& numbers) {
+  return type(IDC_RECEIVERS, numbers);
+}
+Step pick(UINT list, const Rows& rows) {
+  return [=](HWND dialog) { select(item(dialog, list), rows); };
+}
+// The second column of the phonebook and the chosen numbers.
+Step lists(const Texts& phonebook, const Texts& chosen) {
+  return [=](HWND dialog) {
+    EXPECT_EQ(columnOf(item(dialog, IDC_PHONEBOOK), 1), phonebook);
+    EXPECT_EQ(columnOf(item(dialog, IDC_CHOSEN), 0), chosen);
+  };
+}
+
+class Dialogs : public Program {
+ protected:
+  void SetUp() override {
+    folder_.receive("first");
+    folder_.receive("second", "+2", "2005/03/14");
+    folder_.receive("third");
+    ASSERT_TRUE(app_.start());
+    folder_.log();
+  }
+  void newMessage(Steps steps) { app_.command(ID_NEW, std::move(steps)); }
+};
+
+TEST_F(Dialogs, AMessageIsSentToEveryReceiverFiledAndReported) {
+  app_.show(pSent);
+  newMessage({shows({0, IDC_SEND}, "New SMS|Send"), to("123;+456"), text("a\r\nb"), send,
+              answer("2/2 message(s)  sent.")});
+  EXPECT_EQ(folder_.log(), "zelCloseSIM zelOpenSIM(3,115200) zelInitSMS zelSendSMS zelSendSMS ");
+  const auto sent = std::as_bytes(std::span{folder_.script().sent}).subspan<212, 212>();
+  EXPECT_EQ(phonelink::decodeMessage(sent).phone + phonelink::decodeMessage(sent).narrowText(), "+456a\r\nb");
+  EXPECT_EQ(app_.look() + " " + app_.status(), "3 0 0 2 0: a b,a b Sent to +456 (2 of 2)");
+  EXPECT_EQ(folder_.read(pSent).find("[PCSENT] \r\nContent = a b \r\nPhone = 123 \r\nTime = 2"), 0U);
+  EXPECT_NE(folder_.read(pSent).find(" \r\nIndex =  \r\nContent = a b \r\nPhone = +456 "), std::string::npos);
+  // A receiver that fails, or that does not fit, is kept as a draft.
+  strcpy(folder_.script().unreachable, "222");
+  newMessage({to("111;222;;12345678901234567"), text("c\r\nd"), send, answer("1/4 message(s)  sent.")});
+  EXPECT_EQ(app_.status(), "Not sent to 12345678901234567 (4 of 4), kept as a draft");
+  app_.show(pDraft);
+  EXPECT_EQ(app_.look() + " " + app_.rows(1), "3 0 0 3 2: c  d,c  d 222,12345678901234567");
+  // A text that the library cannot take is not sent with question marks in it.
+  newMessage({to("123"), text("жёлтый"), send, answer("0/1 message(s)  sent.")});
+  EXPECT_EQ(app_.look(), "3 0 0 3 3: c  d,c  d,жёлтый");
+  EXPECT_EQ(folder_.script().sentCount, 4);
+}
+
+TEST_F(Dialogs, TheCounterCountsAndCutsWhileTyping) {
+  std::string wide;
+  for (int i = 0; i < 70; ++i) wide += "ж";
+  const Step o = [](HWND dialog) { SendMessageW(item(dialog, IDC_MESSAGE_CONTENT), WM_CHAR, 'o', 1); };
+  const auto counts = [](const std::string& counter) { return shows({IDC_COUNTER}, counter); };
+  newMessage({counts("0/160"), text("hell"), o, counts("5/160"), text("hellö"), counts("5/70"), text("hello"),
+              counts("5/160"), text(wide + wide), shows({IDC_COUNTER, IDC_MESSAGE_CONTENT}, "70/70|" + wide),
+              text(std::string(159, 'x')), o, o, counts("160/160"), text(""), cancel});
+  EXPECT_EQ(folder_.log(), "");
+}
+
+TEST_F(Dialogs, WhatCannotBeSentStaysWithItsText) {
+  const Step stays = shows(message, "123;456|text|Contact");
+  newMessage({to("123"), send, answer("Empty Message,Please type."), to(""), text("text"), send,
+              answer("No Phone Number Entered."), shows(message, "|text|Contact"), text(""), cancel});
+  // Neither the window nor the session ends over a text in the making.
+  newMessage({to("123;456"), text("text"), [this](HWND) { SendMessageW(app_.window(), WM_CLOSE, 0, 0); },
+              [this](HWND) { EXPECT_EQ(SendMessageW(app_.window(), WM_QUERYENDSESSION, 0, 0), 0); }, stays,
+              text(""), cancel});
+  EXPECT_NE(SendMessageW(app_.window(), WM_QUERYENDSESSION, 0, 0), 0);
+  folder_.script().openResult = 0;
+  newMessage({to("123;456"), text("text"), send, answer(silent), press(IDC_CONTACT), answer(silent), stays,
+              text(""), cancel});
+  EXPECT_EQ(app_.rows(), "");
+  app_.show(pSent);
+  app_.show(mInbox);
+  EXPECT_EQ(app_.rows(), "");
+  EXPECT_EQ(folder_.script().sentCount, 0);
+}
+
+TEST_F(Dialogs, WhatIsSentButNotFiledIsFiledAgainAndNotSentAgain) {
+  const Steps ends[] = {{send, answer("2/2 message(s)  sent.")}, {cancel, press(IDOK)}};
+  for (const Steps& last : ends) {
+    folder_.script().sentCount = 0;
+    folder_.put(pSent, {});
+    app_.command(ID_REFRESH);
+    auto held = folder_.hold("pcSent.dat");
+    newMessage({to("123;456"), text("text"), shows(message, "123;456|text|Contact"), send,
+                answer("pcSent.dat"), shows(message, "(123;456)|(text)|(Contact)"), send,
+                answer("pcSent.dat"), [&](HWND) { held.reset(); }, last[0], last[1]});
+    EXPECT_EQ(folder_.script().sentCount, 2);
+    EXPECT_EQ(folder_.values(pSent, "Phone"), (Texts{"123", "456"}));
+    EXPECT_EQ(app_.label(pSent), "Sent(2)");
+  }
+}
+
+TEST_F(Dialogs, ATextIsThrownAwayOnlyAfterAQuestion) {
+  app_.show(pDraft);
+  newMessage({to("123; 4"), text("keep"), cancel,
+              shows({IDC_SAVE_QUESTION, IDOK, IDCANCEL}, "Do you want to save the message?|Ok|Cancel"),
+              press(IDOK)});
+  newMessage({text("drop"), [](HWND dialog) { PostMessageW(dialog, WM_CLOSE, 0, 0); }, press(IDCANCEL)});
+  EXPECT_EQ(app_.look() + " " + app_.rows(1), "3 0 0 0 1: keep 123; 4");
+  auto held = folder_.hold("pcDraft.dat");
+  newMessage({text("stays"), cancel, press(IDOK), answer("pcDraft.dat"), shows(message, "|stays|Contact"),
+              [&](HWND) { held.reset(); }, cancel, press(IDOK)});
+  EXPECT_EQ(app_.look(), "3 0 0 0 2: keep,stays");
+  EXPECT_EQ(folder_.log(), "");
+}
+
+TEST_F(Dialogs, ReceiversArePickedFromBothPhonebooks) {
+  ScriptedLink& script = folder_.script();
+  auto entries = std::as_writable_bytes(std::span{script.contacts}).subspan(phonelink::contactHeadSize);
+  for (const char* number : {"100", "200", "300", "1;2"}) {
+    phonelink::encodeContact({number, std::string("Name ") + number}, entries.first<40>());
+    entries = entries.subspan(40);
+  }
+  phonelink::encodeWideContact({u"Анна", "400"},
+                               std::as_writable_bytes(std::span{script.wideContacts}).subspan<4, 2836>());
+  script.contactResult = 4, script.wideContactResult = 1;
+  const Step add = press(IDC_ADD_CONTACT), receivers = shows({IDC_RECEIVERS}, "400;300;100;");
+  const auto mouse = [](int row) {
+    return [row](HWND dialog) {
+      RECT cell{};
+      ListView_GetItemRect(item(dialog, IDC_PHONEBOOK), row, &cell, LVIR_LABEL);
+      for (const UINT button : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+        PostMessageW(item(dialog, IDC_PHONEBOOK), button, 0, MAKELPARAM(cell.left + 9, cell.top + 5));
+    };
+  };
+  const Step all = [](HWND dialog) {
+    holding({VK_CONTROL}, [&] { SendMessageW(item(dialog, IDC_PHONEBOOK), WM_KEYDOWN, 'A', 1); });
+    EXPECT_EQ(ListView_GetSelectedCount(item(dialog, IDC_PHONEBOOK)), 5U);
+  };
+  const Texts phonebook{"100", "200", "300", "1;2", "400"};
+  newMessage({to("555;"), text("x"), press(IDC_CONTACT),
+              shows({0, IDC_ADD_CONTACT, IDC_REMOVE_CONTACT, IDC_ADDRESS_OK, IDC_ADDRESS_CANCEL},
+                    "Contacts|Add >>|Delete|Ok|Cancel"),
+              lists(phonebook, {"555"}), pick(IDC_PHONEBOOK, {0, 2, 3, 4}), add, add,
+              lists(phonebook, {"555", "400", "300", "100"}), pick(IDC_CHOSEN, {0}),
+              press(IDC_REMOVE_CONTACT), press(IDC_ADDRESS_OK), receivers,
+              // Cancel leaves the field alone.
+              press(IDC_CONTACT), mouse(1), mouse(1), mouse(3),
+              lists(phonebook, {"400", "300", "100", "200"}), all, press(IDC_ADDRESS_CANCEL), receivers, send,
+              answer("3/3 message(s)  sent.")});
+  EXPECT_TRUE(
+      folder_.log().ends_with("zelInitPB zelGetPB zelGetPB_KOVA zelCloseSIM zelOpenSIM(3,115200) zelInitSMS "
+                              "zelSendSMS zelSendSMS zelSendSMS "));
+  script.phonebookResult = 0;  // without a phonebook the chosen can still be edited
+  newMessage({to(";;"), press(IDC_CONTACT), lists({}, {"", ""}), pick(IDC_CHOSEN, {-1}),
+              press(IDC_REMOVE_CONTACT), press(IDC_ADDRESS_OK), shows({IDC_RECEIVERS}, ""), cancel});
+}
+
+TEST_F(Dialogs, TheReceiversTakeNumbersAndShortcutsAndAPasteAsAWhole) {
+  const Step characters = [](HWND dialog) {
+    for (UINT character = 1; character < 0x250; ++character)
+      if (character != VK_BACK) SendMessageW(item(dialog, IDC_RECEIVERS), WM_CHAR, character, 1);
+    EXPECT_EQ(textOf(dialog, IDC_RECEIVERS), "+-.0123456789;");
+    SendMessageW(item(dialog, IDC_RECEIVERS), WM_CHAR, VK_BACK, 1);
+    EXPECT_EQ(textOf(dialog, IDC_RECEIVERS), "+-.0123456789");
+  };
+  const Step shortcuts = [](HWND dialog) {
+    const HWND field = item(dialog, IDC_RECEIVERS), content = item(dialog, IDC_MESSAGE_CONTENT);
+    SetWindowTextW(field, L"123");
+    // What is copied elsewhere, the keys pressed with Ctrl (after "!" with Alt, too), and what the field
+    // holds then.
+    const std::string long122(122, '7'), long123(123, '7');
+    const std::tuple<std::string, std::string, std::string> rows[] = {{"a+1 b", "AV", "a+1 b"},
+                                                                      {"b", "Z", "123"},
+                                                                      {"b", "AX", ""},
+                                                                      {"", "V", "123"},
+                                                                      {"b", "!V", "123"},
+                                                                      {long123, "V", "123"},
+                                                                      {long122, "V", "123" + long122},
+                                                                      {long122, "AV", long122},
+                                                                      {"b", "ACV", long122}};
+    for (const auto& [copied, keys, held] : rows) {
+      SetWindowTextW(content, toWide(copied).c_str());
+      SendMessageW(content, EM_SETSEL, 0, -1);
+      SendMessageW(content, WM_COPY, 0, 0);
+      for (const char key : keys) {
+        if (key != '!') PostMessageW(field, WM_KEYDOWN, key, 1);
+        const bool alt = keys.find('!') < keys.find(key);
+        holding({VK_CONTROL, alt ? VK_MENU : VK_CONTROL}, [&] { runMessages(dialog); });
+      }
+      EXPECT_EQ(textOf(field), held) << keys;
+    }
+  };
+  newMessage({characters, shortcuts, text(""), cancel});
+}
+
+TEST_F(Dialogs, TheReaderStepsThroughTheFolder) {
+  const auto reads = [](const std::string& shown) {
+    return shows({IDC_READER_CONTENT, IDC_READER_PHONE, IDC_READER_TIME, IDC_PREVIOUS, IDC_NEXT}, shown);
+  };
+  const auto choose = [](WPARAM entry) {
+    return [entry](HWND reader) {
+      SendMessageW(item(reader, IDC_READER_PHONE), CB_SETCURSEL, entry, 0);
+      SendMessageW(reader, WM_COMMAND, MAKEWPARAM(IDC_READER_PHONE, CBN_SELCHANGE), 0);
+    };
+  };
+  const Step first = reads("(first)|+1|(2026-03-02 11:22:33)|(<<)|>>"),
+             second = reads("(second)|+2|(2005/03/14)|<<|>>"),
+             third = reads("(third)|+1|(2026-03-02 11:22:33)|<<|(>>)"), next = press(IDC_NEXT),
+             back = press(IDC_PREVIOUS);
+  app_.clickTwice();  // on nothing
+  app_.choose(mInbox, {1});
+  app_.clickTwice({shows({0}, "Open SMS"), second, next, third, choose(0), first, choose(2), third, back,
+                   second, back, first, [](HWND reader) { PostMessageW(reader, WM_CLOSE, 0, 0); }});
+  app_.clickHeading(1);  // the handset's table stays: the row opens its own message
+  app_.choose(mInbox, {2});
+  app_.key(app_.list(), VK_RETURN, {}, {second, end(IDCANCEL)});
+}
+
+}  // namespace
