@@ -13,7 +13,6 @@
 #include "handset/at/byte_stream.h"
 #include "handset/handset.h"
 #include "handset/simulated/environment.h"
-#include "support/fake_code_pages.h"
 
 namespace handset {
 
@@ -30,21 +29,6 @@ struct FakeWorld : Environment {
   LocalTime time{2026, 11, 21, 17, 15, 4, 4};
   std::vector<int> pauses;
   std::string reports;
-};
-
-// A page with one-byte and two-byte characters: ASCII, é as E9, 한 as C7 D1.
-struct FakeCodePage : support::FakePage {
-  std::string decode(std::string_view bytes) const override {
-    std::u16string units;
-    for (const char byte : bytes)
-      if (byte != '\xD1') units += byte == '\xC7' ? u'한' : static_cast<unsigned char>(byte);
-    return text::utf8FromUtf16(units);
-  }
-  bool isLeadByte(char byte) const override { return byte == '\xC7'; }
-  std::string bytesOf(char16_t unit) const override {
-    if (unit == u'한') return "\xC7\xD1";
-    return unit < 0x80 || unit == u'é' ? std::string(1, static_cast<char>(unit)) : "";
-  }
 };
 
 // Rows of "OUT <= IN <= IN ...": what comes out of a function, as text, and everything that it comes out of.

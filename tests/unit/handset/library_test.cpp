@@ -7,6 +7,8 @@
 
 #include "fakes.h"
 #include "handset/simulated/simulated_handset.h"
+#include "support/fake_code_pages.h"
+#include "text/unicode.h"
 
 namespace handset {
 namespace {
@@ -17,10 +19,10 @@ const std::string oneEach =
     "[message]\ntext=R\n[message]\nstatus=7\n[message]\nstore=phone\n[contact]\n[contact]\nstore=phone\n";
 const std::string items =
     "# a comment\n[message]\nstore = phone\nstatus = unread\nnumber = +31600000001\ntime = "
-    "26112106171504\nindex = 7\ntext = a = b\\né \\\\n 🎉\n; another comment\n[message]\nstatus = "
+    "26112106171504\nindex = 7\ntext = a = b\\nｱ \\\\n 🎉\n; another comment\n[message]\nstatus = "
     "2\n[message]\nstatus = outgoing\ntext= o\n\n[contact]\nstore = phone\nname = 김🌻\nnumber = "
-    "+82000000058\n[contact]\nstore=sim\nname = é\n";
-const std::string messages = "|2/0///o; |7/3/+31600000001/26112106171504/a = b\n\xE9 \\n ?; |";
+    "+82000000058\n[contact]\nstore=sim\nname = ｱ\n";
+const std::string messages = "|2/0///o; |7/3/+31600000001/26112106171504/a = b\n\xB1 \\n ?; |";
 
 // Notes who is asked what, and cannot read what it has sent.
 struct RealHandset : SimulatedHandset {
@@ -92,7 +94,7 @@ struct LibraryTest : testing::Test {
   SimulatedHandset* handset = new SimulatedHandset{std::unique_ptr<Environment>{world}};
   RealHandset* real = new RealHandset{std::unique_ptr<Environment>{realWorld}};
   Library library{std::unique_ptr<Handset>{handset}, std::unique_ptr<Handset>{real},
-                  std::make_unique<FakeCodePage>()};
+                  std::make_unique<support::DoubleBytePage>()};
 };
 
 TEST_F(LibraryTest, GivesNothingUnlessOpenAndReady) {
@@ -142,11 +144,11 @@ TEST_F(LibraryTest, ContinuesTextsInFurtherEntries) {
   for (const int unicode : {0, 1, 0}) {
     EXPECT_EQ(library.setUnicode(unicode), unicode);
     // Half a two-byte character is none.
-    expectEach(entries, {"1/0///;  <= ", "1/0///\xE9\xC7\xD1;  <= é한", "1/0///ab;  <= a\0b"s,
-                         "1/0///\xE9;  <= é\0"s, n + x158 + "yz;  <= " + x158 + "yz",
+    expectEach(entries, {"1/0///;  <= ", "1/0///\xB1\x81\x31;  <= ｱ각", "1/0///ab;  <= a\0b"s,
+                         "1/0///\xB1;  <= ｱ\0"s, n + x158 + "yz;  <= " + x158 + "yz",
                          n + x158 + "yz; " + n + x158 + "ab; " + n + "!;  <= " + x158 + "yz" + x158 + "ab!",
-                         n + x158 + "y; " + n + "\xC7\xD1z;  <= " + x158 + "y한z",
-                         n + x158 + "\xC7\xD1; " + n + "z;  <= " + x158 + "한z"});
+                         n + x158 + "y; " + n + "\x81\x31z;  <= " + x158 + "y각z",
+                         n + x158 + "\x81\x31; " + n + "z;  <= " + x158 + "각z"});
     if (unicode == 0) expectEach(entries, {"1/0///??.;  <= Ω🎉."});
     if (unicode == 1)
       expectEach(entries, {"1/0///Ω🎉!*;  <= Ω🎉!", n + greek79 + "Ω*; 1/0///Ψ*;  <= " + greek79 + "ΩΨ",
@@ -155,8 +157,8 @@ TEST_F(LibraryTest, ContinuesTextsInFurtherEntries) {
   }
   const std::string phone = "[contact]\nstore = phone\nname = ", n125(125, 'n');
   opened("[message]\nstore=phone\nstatus=40000\nnumber=+3160000000112345\nindex=-2\n[contact]\nname = " +
-         repeated("é", 18) + "한\nnumber = 01234567890123456789\n" + phone + n125 + "🌻\n");
-  EXPECT_EQ(all(), "||-2/40000/+316000000011234//; |0123456789012345678=" + repeated("\xE9", 18) +
+         repeated("ｱ", 18) + "각\nnumber = 01234567890123456789\n" + phone + n125 + "🌻\n");
+  EXPECT_EQ(all(), "||-2/40000/+316000000011234//; |0123456789012345678=" + repeated("\xB1", 18) +
                        "; |=" + n125 + "; ");
 }
 
@@ -176,12 +178,12 @@ TEST_F(LibraryTest, SendsTheTextThatTheEntryMeansOrSaysThatItDidNot) {
   opened("[message]\nstatus = outgoing\nindex = 1\ntext = old\n[message]\nindex = 2\n");
   EXPECT_EQ(send("+316000000012345", std::string(160, 'x')), 1);  // a full field has no NUL
   world->time = {2101, 12, 31, 23, 59, 5, -32};
-  EXPECT_EQ(send("55", "\xE9\xC7\xD1", 8), 1);  // 8 alone does not mean 16-bit characters
+  EXPECT_EQ(send("55", "\xB1\x81\x31", 8), 1);  // 8 alone does not mean 16-bit characters
   library.setUnicode(1);
-  EXPECT_EQ(send("55", "\xE9"), 1);
+  EXPECT_EQ(send("55", "\xB1"), 1);
   EXPECT_EQ(send("55", "\xA9\x03\x3C\xD8\x89\xDF", 8), 1);
   const std::string rest =
-      "4/0/55/011231235905B2/\xE9\xC7\xD1; 5/0/55/011231235905B2/\xE9; 6/0/55/011231235905B2/Ω🎉*; ";
+      "4/0/55/011231235905B2/\xB1\x81\x31; 5/0/55/011231235905B2/\xB1; 6/0/55/011231235905B2/Ω🎉*; ";
   const std::string x160(160, 'x'), first = "/0/+316000000012345/26112117150404/" + x160 + "; ";
   EXPECT_EQ(outgoing(), "1/0///old; 3" + first + rest);
   // Meanwhile somebody has put a message in the file where the first one was stored.
@@ -196,7 +198,7 @@ TEST_F(LibraryTest, SimulatesWhatItsFileHoldsWhateverEditorSavedIt) {
   for (const std::string& file : {items, "\xEF\xBB\xBF" + items, items.substr(0, items.size() - 1),
                                   std::regex_replace(items, std::regex{"\n"}, "  \t\r\n  ")}) {
     EXPECT_EQ(opened(file), 2);
-    EXPECT_EQ(all(), messages + "=\xE9; |+82000000058=김🌻; ") << file;
+    EXPECT_EQ(all(), messages + "=\xB1; |+82000000058=김🌻; ") << file;
   }
   opened(
       "[message]\n[message]\nindex = 1\n[message]\nindex = -5\n[message]\nindex = "
