@@ -12,28 +12,24 @@ using namespace list;
 using Slots = std::vector<std::size_t>;
 
 TEST(ListSorter, SortsSlotsByTheKindOfTheColumn) {
-  const struct {
-    int column;
-    std::vector<std::string> texts;
-    Slots sorted;
-    const char* kind;
-  } cases[] = {
-      {0, {"b", "\xE9", "a", "", "b"}, {3, 2, 0, 4, 1}, "C"},  // equal keys by their slots, bytes unsigned
-      {2, {"10", "9", "10"}, {0, 2, 1}, "C"},
-      {3, {"Feb 01 2005", "", "Jan 31 2005", "Jan 31 2005"}, {1, 2, 3, 0}, "D"},
-      {4, {"b", "c", "a"}, {0, 1, 2}, "N"},
-      {-1, {"b", "c", "a"}, {0, 1, 2}, "N"},
-  };
-  for (const auto& c : cases) {
+  using Case = std::tuple<int, std::vector<std::string>, Slots, const char*>;
+  for (const auto& [column, texts, sorted, expected] :
+       {Case{0,
+             {"b", "\xE9", "a", "", "b"},
+             {3, 2, 0, 4, 1},
+             "C"},  // equal keys by their slots, bytes unsigned
+        Case{2, {"10", "9", "10"}, {0, 2, 1}, "C"},
+        Case{3, {"Feb 01 2005", "", "Jan 31 2005", "Jan 31 2005"}, {1, 2, 3, 0}, "D"},
+        Case{4, {"b", "c", "a"}, {0, 1, 2}, "N"}, Case{-1, {"b", "c", "a"}, {0, 1, 2}, "N"}}) {
     std::string kind = "before";
-    Slots slots(c.texts.size());
+    Slots slots(texts.size());
     for (std::size_t i = 0; i < slots.size(); ++i) slots[i] = slots.size() - 1 - i;
-    ListSorter sorter(kind, kindOfColumn(c.column));
-    EXPECT_EQ(sorter.sorted(
-                  slots, [&](std::size_t slot) { return c.texts[slot]; },
-                  [](const std::string& text) { return text; }),
-              c.sorted);
-    EXPECT_EQ(kind, c.kind);
+    EXPECT_EQ(
+        ListSorter(kind, kindOfColumn(column))
+            .sorted(
+                slots, [&](std::size_t slot) { return texts[slot]; }, [](std::string text) { return text; }),
+        sorted);
+    EXPECT_EQ(kind, expected);
   }
   std::string kind;
   EXPECT_EQ(ListSorter(kind, numberKind)

@@ -20,25 +20,19 @@ TEST(Text, PlainQuestions) {
 }
 
 TEST(Text, MalformedBytesBecomeReplacementCharactersOneByOne) {
-  const struct {
-    std::string bytes;
-    std::u16string units;
-  } cases[] = {
+  const std::pair<std::string, std::u16string> cases[] = {
       {"", u""},
       {"aé€😀", u"aé€😀"},
-      {"\xC1\xBF\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // overlong
-      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},                      // a surrogate
-      {"\xF4\x90\x80\x80\xF5", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // beyond U+10FFFF
-      {"\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-      {"\xE2\x82", u"\uFFFD\uFFFD"},  // cut
-      {"\xC3(\x80", u"\uFFFD(\uFFFD"},
+      {"\xC1\xBF\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},                      // overlong
+      {"\xED\xA0\x80\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // none at all
+      {"\xF0\x8F\xBF\xBF\xF5", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
+      {"\xC3(\x80\xE2\x82", u"\uFFFD(\uFFFD\uFFFD\uFFFD"},  // cut
       {"\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
-       u"\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF"},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(text::utf16FromUtf8(c.bytes), c.units);
-    EXPECT_EQ(text::repairedUtf8(c.bytes), text::utf8FromUtf16(c.units));
-    EXPECT_EQ(text::isValidUtf8(c.bytes), text::utf8FromUtf16(c.units) == c.bytes);
+       u"\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF"}};
+  for (const auto& [bytes, units] : cases) {
+    EXPECT_EQ(text::utf16FromUtf8(bytes), units);
+    EXPECT_EQ(text::repairedUtf8(bytes), text::utf8FromUtf16(units));
+    EXPECT_EQ(text::isValidUtf8(bytes), text::utf8FromUtf16(units) == bytes);
   }
   const std::u16string halves{u'a', 0xDC00, 0xD800, u'b', 0xD800};
   EXPECT_EQ(text::utf8FromUtf16(halves), "a��b�");
