@@ -59,10 +59,10 @@ class CQuilletView : public framework::CListView {
   void onDelete();
   void onDeleteAll();
   void onSelectAll();
-  bool canSelectAll() const { return itemCount() > 0; }
-  bool canSave() const { return selectedCount() > 0; }
-  bool canDelete() const { return selectedCount() > 0 && shownPcFolder(); }
-  bool canDeleteAll() const { return itemCount() > 0 && shownPcFolder(); }
+  bool canSelectAll() const;
+  bool canSave() const;
+  bool canDelete() const;
+  bool canDeleteAll() const;
   LRESULT onColumnClick(NMLISTVIEW& click);
   LRESULT onOpen(NMHDR& header);
   void layOutColumns(int paneWidth);

@@ -56,6 +56,22 @@ const framework::CommandMap* CQuilletView::commandMap() const {
   return &map;
 }
 
+bool CQuilletView::canSave() const {
+  return selectedCount() > 0;
+}
+
+bool CQuilletView::canDelete() const {
+  return selectedCount() > 0 && shownPcFolder();
+}
+
+bool CQuilletView::canDeleteAll() const {
+  return itemCount() > 0 && shownPcFolder();
+}
+
+bool CQuilletView::canSelectAll() const {
+  return itemCount() > 0;
+}
+
 std::optional<store::Folder> CQuilletView::shownFolder() const {
   return shown_ && shown_ == store::selectedFolder(store::folderState()) ? shown_ : std::nullopt;
 }
