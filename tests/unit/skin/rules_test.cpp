@@ -7,7 +7,6 @@
 
 #include "skin/button_face.h"
 #include "skin/nine_slice.h"
-#include "skin/row_records.h"
 #include "skin/segment_sort.h"
 #include "skin/setting_text.h"
 
@@ -111,21 +110,6 @@ TEST(ParseRect, TakesFourIntegersOnly) {
     EXPECT_EQ(skin::parseRect(broken), std::nullopt) << broken;
 }
 
-TEST(RowRecords, KeepColoursInStepWithColumnsAndGoInAnyOrder) {
-  skin::RowRecords records;
-  std::vector<skin::RowRecord*> rows;
-  for (int value = 0; value < 4; ++value) rows.push_back(&records.add(value));
-  records.insertColumn(99);  // behind the last
-  rows[2]->colors.at(0).text = 1;
-  records.insertColumn(0);
-  records.deleteColumn(2);  // there is none
-  EXPECT_EQ(rows[2]->colors.at(1).text, 1U);
-  records.deleteColumn(0);
-  EXPECT_EQ(records.add(8).colors.size(), 1U);
-  for (const std::size_t gone : {1U, 3U, 0U}) records.remove(*rows[gone]);
-  EXPECT_TRUE(records.size() == 2 && rows[2]->value == 2);
-}
-
 // Grows redder to the right and bluer to the bottom.
 Pixels gradient(int side) {
   Pixels image(side, side);
@@ -151,16 +135,6 @@ TEST(StretchFace, CopiesItsCornersAndSpreadsTheMiddle) {
   }
   for (int side = 0; side < 8; ++side)
     EXPECT_EQ(skin::stretchFace(gradient(side), side - 1, 7).empty(), side < 2) << side;
-}
-
-TEST(ButtonFace, EveryStateIsToldFromEveryOther) {
-  std::set<std::vector<std::uint32_t>> faces;
-  for (int bits = 0; bits < 32; ++bits) {
-    const auto has = [bits](int bit) { return (bits & bit) != 0; };
-    const skin::ButtonState state{has(1), has(2), has(4), has(8), has(16)};
-    faces.insert(skin::drawButtonFace(gradient(8), 40, 20, state, {0xD4DEEA, 0x0B4F95}).values);
-  }
-  EXPECT_EQ(faces.size(), 3U * 2U * 2U + 1U);  // a pressed one is not hot, a disabled one is nothing else
 }
 
 TEST(ButtonFace, LiesOverTheGroundAndItsRingsFollowItsOutline) {

@@ -137,15 +137,6 @@ TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
   EXPECT_EQ(desk.tables(), "abcde|xba|");
 }
 
-TEST(Folders, AFolderThatWasGivenUpIsNotWritten) {
-  Desk desk;
-  for (const Folder folder : {Folder::PSent, Folder::PDraft}) desk.folders->clear(folder);
-  EXPECT_EQ(desk.folders->replace(Folder::PSent, {}).outcome, Outcome::notRead);
-  EXPECT_EQ(desk.folders->move(Folder::PInbox, Folder::PSent, Slots{0}).outcome, Outcome::notRead);
-  desk.load();
-  EXPECT_EQ(desk.tables(), "abcde|x|");
-}
-
 TEST(Folders, KeptCopiesAreToldOnce) {
   Desk desk;
   desk.files.put("pcInbox.dat", "[PCINBOX] \r\n" + lines("from elsewhere"));
@@ -154,33 +145,23 @@ TEST(Folders, KeptCopiesAreToldOnce) {
   EXPECT_EQ(desk.folders->takeKeptCopies(), Strings{});
 }
 
-TEST(Folders, SavesTheChosenMessagesInTheirOrder) {
-  Desk desk;
-  ASSERT_TRUE(desk.folders->saveText("out.txt", Folder::PInbox, Slots{3, 0, 9}).ok());
-  EXPECT_EQ(desk.files.bytes("out.txt"), lines("d") + lines("a"));
-}
-
 TEST(FolderState, FoldersAreKnownByItemsAndByPaths) {
   char places[8] = {};
   const auto item = [&](std::size_t i) { return reinterpret_cast<store::TreeItem>(&places[i]); };
-  store::resetFolderState();
-  store::FolderState& state = store::folderState();
+  store::FolderState state;
   // Before the tree has been walked, no item is not an item, and no path is found in every text.
-  EXPECT_EQ(folderOfItem(state, nullptr), std::nullopt);
-  EXPECT_EQ(folderInPath(state, "PC\\1"), std::nullopt);
-  EXPECT_FALSE(isGroup(state, nullptr));
-
+  EXPECT_FALSE(folderOfItem(state, nullptr) || folderInPath(state, "PC\\1") || isGroup(state, nullptr));
   state.groups = {item(0), item(1)};
   state.items = {item(2), item(3), item(4), item(5), item(6)};
   joinFolderPaths(state, [](unsigned id) {
     return id == IDS_MOBILE ? "Mobile" : id == IDS_PC ? "PC" : std::to_string((id - IDS_MOBILE) % 3);
   });
-  const std::pair<const char*, std::optional<Folder>> paths[] = {
-      {"Mobile\\1(2)", Folder::MInbox}, {"Mobile\\2", Folder::MOutbox},
-      {"PC\\1(12)", Folder::PInbox},    {"Root\\PC\\2(4)", Folder::PSent},
-      {"PC\\0(0)", Folder::PDraft},     {"PC\\1 and Mobile\\1", Folder::MInbox},
-      {"Mobile", std::nullopt},         {"1(2)", std::nullopt}};
-  for (const auto& [path, folder] : paths) EXPECT_EQ(folderInPath(state, path), folder) << path;
+  const std::pair<const char*, int> paths[] = {{"Mobile\\1(2)", 0}, {"Mobile\\2", 1},
+                                               {"PC\\1(12)", 2},    {"a\\PC\\2(4)", 3},
+                                               {"PC\\0(0)", 4},     {"PC\\1, Mobile\\1", 0}};
+  for (const auto& [path, place] : paths)
+    EXPECT_EQ(folderInPath(state, path), store::folderRows[static_cast<std::size_t>(place)].folder) << path;
+  EXPECT_FALSE(folderInPath(state, "Mobile") || folderInPath(state, "1(2)"));
   for (std::size_t i = 0; i < 8; ++i) {
     EXPECT_EQ(isGroup(state, item(i)), i < 2);
     const bool known = i >= 2 && i < 7;
@@ -192,7 +173,6 @@ TEST(FolderState, FoldersAreKnownByItemsAndByPaths) {
   EXPECT_EQ(selectedFolder(state), Folder::PSent);
   state.windows98Mode = true;
   EXPECT_EQ(selectedFolder(state), Folder::PInbox);
-  store::resetFolderState();
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST_F(StoreFileTest, FilingInEveryKindOfFile) {
     bool copied = false;
     bool doubleByte = false;
   } cases[] = {
-      {"no file", "(missing)", "a\r\nb", header + lines("a b", "")},
+      {"no file", "(missing)", "a\r\nb\nc\rd", header + lines("a b cd", "")},
       {"an empty file", "", "hi", header + lines("hi", "")},
       {"a byte-order mark alone", byteOrderMark, "é", byteOrderMark + header + lines("é", "")},
       {"the code page holds it", full, "é", full + lines("\xE9", "")},
