@@ -27,8 +27,8 @@ TEST(Text, MalformedBytesBecomeReplacementCharactersOneByOne) {
       {"\xED\xA0\x80\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},  // none at all
       {"\xF0\x8F\xBF\xBF\xF5", u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"},
       {"\xC3(\x80\xE2\x82", u"\uFFFD(\uFFFD\uFFFD\uFFFD"},  // cut
-      {"\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
-       u"\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF"}};
+      {"\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF",
+       u"\u0080\u07FF\u0800\uD7FF\uE000\U00010000\U0010FFFF"}};
   for (const auto& [bytes, units] : cases) {
     EXPECT_EQ(text::utf16FromUtf8(bytes), units);
     EXPECT_EQ(text::repairedUtf8(bytes), text::utf8FromUtf16(units));
