@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -95,12 +96,11 @@ struct FakeModem {
   // "COMMAND: ANSWER;...": the answers to one are divided by "~" and given in turn, the last one over and
   // over. A listing may be said by store ("AT+CMGL=4 SM"); "<text>" is what follows a prompt, "<idle>" comes
   // ten times a second while there is nothing to say.
-  void learn(std::string_view script) {
-    for (std::size_t end = 0; !script.empty();
-         script.remove_prefix(end == script.npos ? script.size() : end + 1)) {
-      end = script.find(';');
-      const std::size_t colon = script.find(": ");
-      answers[std::string{script.substr(0, colon)}] = script.substr(colon + 2, end - colon - 2);
+  void learn(const std::string& script) {
+    std::istringstream all{script};
+    for (std::string one; std::getline(all, one, ';');) {
+      const std::size_t colon = one.find(": ");
+      answers[one.substr(0, colon)] = one.substr(colon + 2);
     }
   }
 

