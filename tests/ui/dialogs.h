@@ -67,15 +67,6 @@ inline Picture pictureOf(HWND window) {
   return picture;
 }
 
-// "Tahoma -12 bold"
-inline std::string fontOf(HWND control) {
-  LOGFONTW font{};
-  GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)), sizeof font, &font);
-  return framework::toUtf8(font.lfFaceName) + " " + std::to_string(font.lfHeight) +
-         (font.lfWeight == FW_BOLD ? " bold" : "") + (font.lfItalic ? " italic" : "") +
-         (font.lfUnderline ? " underlined" : "");
-}
-
 inline bool contains(const Picture& picture, COLORREF color) {
   return std::ranges::find(picture, color) != picture.end();
 }

@@ -31,7 +31,7 @@ inline std::string groupOf(const Message& m) {
 // A folder of its own for one test, with settings, skin and a phone-link library; gone afterwards.
 class ProgramFolder {
  public:
-  // The file of the library among those of the tests; empty = none.
+  // The file of the library among those of the tests.
   explicit ProgramFolder(const std::string& library = "scripted_link.dll") {
     static int number = 0;
     path = std::filesystem::temp_directory_path() /
@@ -40,7 +40,7 @@ class ProgramFolder {
     std::filesystem::create_directories(path / "Skin/Default");
     std::filesystem::copy(QUILLET_SKIN, path / "Skin/Default/SMS", std::filesystem::copy_options::recursive);
     write("port.ini", "[port]\r\ncom=3\r\n");
-    if (!library.empty()) copy(library, "SMS_DLL2.dll");
+    copy(library, "SMS_DLL2.dll");
   }
   ~ProgramFolder() {
     if (library_) FreeLibrary(library_);
@@ -187,16 +187,6 @@ class RunningApp : public app::CQuilletApp {
     SendMessageW(frame()->statusBar().handle(), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
     return toUtf8(text);
   }
-  // The commands on rows that the toolbar offers.
-  std::string enabled() {
-    settle();
-    const std::pair<UINT, const char*> commands[] = {
-        {ID_SAVE, "Save"}, {ID_DELETE, "Delete"}, {ID_DELETE_ALL, "DeleteAll"}};
-    std::string offered;
-    for (const auto& [id, name] : commands)
-      offered += SendMessageW(toolBar(), TB_ISBUTTONENABLED, id, 0) ? name : "";
-    return offered;
-  }
   std::string rows(int column = 0) const { return joined(columnOf(list(), column), ","); }
   // "1 0 3 0 0: a,b,c" = the folders' counts and the contents of the rows. Fails the test unless counts and
   // rows of the PC folders are those of their files.
@@ -268,12 +258,6 @@ class RunningApp : public app::CQuilletApp {
     EXPECT_TRUE(GetCapture() != list() && !TreeView_GetDropHilight(tree()));
   }
   void dragTo(Place place) { dragTo(middleOf(place)); }
-
-  // As if it ran on a system where the selected folder is recognised by its path.
-  void imitatePlatform98() {
-    store::folderState().windows98Mode = true;
-    store::folderState().lastSelectedItem = nullptr;
-  }
 
  private:
   void handle(MSG& message) {
