@@ -17,12 +17,6 @@ class Folders : public Program {
     folder_.log();
   }
   void refresh(Steps steps = {}) { app_.command(ID_REFRESH, std::move(steps)); }
-  RECT inFrame(HWND window) {
-    RECT rect;
-    GetWindowRect(window, &rect);
-    MapWindowPoints(nullptr, app_.window(), reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-  }
   // Of Save, Delete and Delete All those that the toolbar offers.
   std::string offered() {
     app_.settle();
@@ -132,45 +126,6 @@ TEST_F(Folders, TheFrameHasItsSizesAndKeys) {
   app_.key(app_.list(), VK_F6);
   EXPECT_EQ(GetFocus(), app_.tree());
   app_.watch({press(IDOK)}, [this] { SendMessageW(app_.window(), WM_SYSCOMMAND, ID_APP_ABOUT, 0); });
-}
-
-TEST_F(Folders, TheSplitterMovesByMouseAndKeysWithinItsBounds) {
-  const HWND splitter = GetParent(app_.list());
-  const LONG all = inFrame(splitter).right, most = all - 106;
-  EXPECT_EQ(inFrame(app_.tree()).right, 200);
-  LONG from = 202;
-  for (const auto& [to, width] : {std::pair{5L, 100L}, {30000L, most}, {202L, 200L}}) {
-    SendMessageW(splitter, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, 50));
-    for (const UINT move : {WM_MOUSEMOVE, WM_LBUTTONUP}) SendMessageW(splitter, move, 0, MAKELPARAM(to, 50));
-    EXPECT_EQ(inFrame(app_.list()).left - 6, width);
-    from = width + 2;
-  }
-  SetFocus(app_.tree());
-  app_.key(app_.tree(), VK_F8);
-  ASSERT_EQ(GetFocus(), splitter);
-  for (const auto& [key, width] : {std::pair{VK_RIGHT, 208}, {VK_LEFT, 200}, {VK_ESCAPE, 200}}) {
-    app_.key(splitter, static_cast<UINT>(key));
-    EXPECT_EQ(inFrame(app_.tree()).right, width);
-  }
-  EXPECT_EQ(GetFocus(), app_.tree());
-}
-
-TEST_F(Folders, TheToolBarDocksOnEverySideByItsGripper) {
-  const HWND bar = GetParent(app_.toolBar());
-  const RECT room = app_.frame()->clientRect();
-  const LONG x = room.right / 2, y = room.bottom / 2;
-  const std::tuple<POINT, LONG RECT::*, LONG RECT::*> drops[] = {
-      {{3, y}, &RECT::right, &RECT::left},
-      {{x, y}, &RECT::right, &RECT::left},  // far from every side: stays
-      {{x, 3}, &RECT::bottom, &RECT::top}};
-  for (const auto& [drop, edge, ofPanes] : drops) {
-    POINT at = drop;
-    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));
-    MapWindowPoints(app_.window(), bar, &at, 1);
-    SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    SendMessageW(bar, WM_LBUTTONUP, 0, 0);
-    EXPECT_EQ(inFrame(bar).*edge, inFrame(GetParent(app_.list())).*ofPanes) << drop.x << ' ' << drop.y;
-  }
 }
 
 }  // namespace

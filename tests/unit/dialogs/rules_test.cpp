@@ -2,7 +2,6 @@
 
 #include "dialogs/message_counter.h"
 #include "dialogs/outgoing.h"
-#include "dialogs/reader_position.h"
 #include "dialogs/recipients.h"
 #include "support/fake_code_pages.h"
 #include "support/memory_file_system.h"
@@ -37,24 +36,6 @@ TEST(Recipients, AreSplitAtEverySemicolon) {
   EXPECT_EQ(joinRecipients(Texts{"123", "456"}), "123;456;");
   EXPECT_TRUE(hasDigit("+0") && hasDigit("9") && isSingleNumber("1 2"));
   EXPECT_FALSE(hasDigit("+-.") || isSingleNumber("1;2"));
-}
-
-TEST(ReaderPosition, EnablesItsButtonsInTheDeliberateOrder) {
-  // Opens (=), steps back (<), forward (>) and to a message by its number; after each the position and the
-  // buttons that are enabled.
-  const auto walk = [](ReaderPosition reader, std::string_view steps) {
-    std::string all;
-    for (const char step : steps) {
-      if (step == '<') reader.stepBack();
-      if (step == '>') reader.stepForward();
-      if (step >= '0' && step <= '9') reader.choose(step - '0');
-      all += std::to_string(reader.position()) + (reader.previousEnabled() ? "<" : "") +
-             (reader.nextEnabled() ? "> " : " ");
-    }
-    return all;
-  };
-  EXPECT_EQ(walk({0, 1}, "=0<>"), "0 0< 0> 0< ");
-  EXPECT_EQ(walk({1, 3}, "=>>0<2<"), "1<> 2< 2< 0> 0> 2< 1<> ");
 }
 
 std::string sent;

@@ -151,15 +151,4 @@ TEST(ButtonFace, LiesOverTheGroundAndItsRingsFollowItsOutline) {
   EXPECT_TRUE(face.at(20, 3) == focus && face.at(1, 1) == ring && face.at(2, 2) == white);
 }
 
-TEST(ButtonFace, TransparentPixelsAreMixedByTheirShare) {
-  Pixels image(8, 8);
-  for (std::size_t i = 0; i < 64; ++i) image.values[i] = i % 8 < 4 ? 0x0000FF00U : 0xFFFF0000U;
-  // The green that transparency hides does not shine through the soft edge.
-  const Pixels wide = skin::stretchFace(image, 20, 8);
-  std::vector<std::uint32_t> row(wide.values.begin() + 8, wide.values.begin() + 12);
-  EXPECT_EQ(row, (std::vector<std::uint32_t>{0x20FF0000, 0x60FF0000, 0x9FFF0000, 0xDFFF0000}));
-  image.values[0] = 0x80000000U;
-  EXPECT_EQ(skin::drawButtonFace(image, 8, 8, {}, {0xFF8000, 0}).at(0, 0), 0xFF7F4000U);
-}
-
 }  // namespace

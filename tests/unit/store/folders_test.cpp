@@ -137,14 +137,6 @@ TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
   EXPECT_EQ(desk.tables(), "abcde|xba|");
 }
 
-TEST(Folders, KeptCopiesAreToldOnce) {
-  Desk desk;
-  desk.files.put("pcInbox.dat", "[PCINBOX] \r\n" + lines("from elsewhere"));
-  ASSERT_TRUE(desk.folders->erase(Folder::PInbox, 0).ok());
-  EXPECT_EQ(desk.folders->takeKeptCopies(), Strings{"pcInbox.dat.unread-1"});
-  EXPECT_EQ(desk.folders->takeKeptCopies(), Strings{});
-}
-
 TEST(FolderState, FoldersAreKnownByItemsAndByPaths) {
   char places[8] = {};
   const auto item = [&](std::size_t i) { return reinterpret_cast<store::TreeItem>(&places[i]); };

@@ -4,7 +4,6 @@
 #include <tuple>
 #include <vector>
 
-#include "store/leading_number.h"
 #include "store/store_format.h"
 #include "store/store_reader.h"
 #include "store/time_stamp.h"
@@ -111,19 +110,6 @@ TEST(StoreReader, EveryRule) {
     readStore(c.bytes + (shape.empty ? header + group : group), "PCINBOX", page, longer);
     EXPECT_EQ(summary(longer), c.records + (table.empty() ? "hi" : ", hi"));
   }
-}
-
-TEST(LeadingNumber, ReadsAsAtoiWithinTheRangeOfInt) {
-  const std::pair<const char*, int> numbers[] = {{"12", 12},
-                                                 {"  +7 apples", 7},
-                                                 {"-3", -3},
-                                                 {"words", 0},
-                                                 {"", 0},
-                                                 {"- 4", 0},
-                                                 {"2147483647", 2147483647},
-                                                 {"99999999999999999999", 2147483647},
-                                                 {"-99999999999999999999", -2147483647 - 1}};
-  for (const auto& [text, number] : numbers) EXPECT_EQ(store::leadingNumber(text), number) << text;
 }
 
 TEST(TimeStamp, HandsetTimesAreShownReadablyAndStampsHaveTwoSpaces) {

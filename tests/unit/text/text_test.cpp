@@ -38,15 +38,6 @@ TEST(Text, MalformedBytesBecomeReplacementCharactersOneByOne) {
   EXPECT_EQ(text::utf8FromUtf16(halves), "a��b�");
 }
 
-TEST(Text, CharactersStayWhole) {
-  EXPECT_EQ(text::firstCharacter(u"😀a"), u"😀");
-  EXPECT_EQ(text::firstCharacter(u"a😀"), u"a");
-  EXPECT_EQ(text::fitting(u"a😀b", 2), u"a");
-  EXPECT_EQ(text::fitting(u"a😀b", 3), u"a😀");
-  EXPECT_EQ(text::fitting(u"a😀b", 4), u"a😀b");
-  EXPECT_EQ(text::fitting(u"😀", 0), u"");
-}
-
 TEST(Text, OrderIsThatOfThePagesCharacters) {
   const support::DoubleBytePage page;
   // ASCII, other single bytes, double bytes, and last what the page lacks; "ﾟ" is a higher byte than any
