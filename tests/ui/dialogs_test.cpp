@@ -152,7 +152,7 @@ TEST_F(Dialogs, TheReceiversTakeNumbersAndAPasteAsAWhole) {
     const HWND field = item(dialog, IDC_RECEIVERS), content = item(dialog, IDC_MESSAGE_CONTENT);
     const std::string fits(120, '7');
     const std::pair<std::string, std::string> rows[] = {
-        {"b", ""}, {"a+1 b", "a+1 b"}, {fits + "7", "a+1 b"}, {fits, "a+1 b" + fits}};
+        {"a+1 b", "a+1 b"}, {fits + "7", "a+1 b"}, {fits, "a+1 b" + fits}};
     for (const auto& [copied, held] : rows) {
       SetWindowTextW(content, toWide(copied).c_str());
       SendMessageW(content, EM_SETSEL, 0, -1);
