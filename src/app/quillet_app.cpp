@@ -168,7 +168,7 @@ bool CQuilletApp::reconnectForSending() {
 }
 
 void CQuilletApp::openReader(int slot) {
-  const auto folder = store::selectedFolder(store::folderState());
+  const auto folder = frame()->list().shownFolder();
   if (!folder) return;
   dialogs::ReaderDialog dialog(frame()->tree().folders()[*folder].records(), slot);
   dialog.doModal(frame()->handle());

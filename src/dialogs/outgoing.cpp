@@ -10,7 +10,7 @@ namespace {
 
 // What a step answers, or `otherwise` when memory did not last for it.
 template <class Step, class Answer>
-Answer attempt(Step step, Answer otherwise) {
+Answer attempt(const Step& step, Answer otherwise) {
   try {
     return step();
   } catch (const std::bad_alloc&) {

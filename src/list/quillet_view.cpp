@@ -92,6 +92,7 @@ std::string CQuilletView::cellText(int row, int column) const {
 LRESULT CQuilletView::onGetDispInfo(NMLVDISPINFOW& asked) {
   LVITEMW& item = asked.item;
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return 0;
+  item.pszText[0] = L'\0';  // for when there is no memory for the text
   const std::wstring text = framework::toWide(cellText(item.iItem, item.iSubItem));
   item.pszText[text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
   return 0;

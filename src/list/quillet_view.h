@@ -29,6 +29,8 @@ class CQuilletView : public framework::CListView {
   // No rows, and no folder. For whoever is about to change a table other than by a command of the list.
   void empty();
 
+  // The folder that is both selected and shown.
+  std::optional<store::Folder> shownFolder() const;
   // The slots of the selected rows' records, the last row's first.
   std::vector<std::size_t> selectedSlots() const;
   // The records in those slots of the shown PC folder, highest slot first, are gone from its table.
@@ -75,9 +77,7 @@ class CQuilletView : public framework::CListView {
   void onCaptureChanged(WPARAM, LPARAM taker);
   void endDrag();
 
-  // The folder that is both selected and shown.
-  std::optional<store::Folder> shownFolder() const;
-  // The same, if it is one of the PC.
+  // The folder that is both selected and shown, if it is one of the PC.
   std::optional<store::Folder> shownPcFolder() const;
   // Row i now shows the message that was in slot former[i] of the shown table.
   void selectAgain(const std::vector<bool>& selectedSlots, std::size_t focusedSlot,

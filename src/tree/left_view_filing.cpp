@@ -55,8 +55,8 @@ void CLeftView::transfer() {
   const auto source = store::folderOfItem(state, listState().drag.dragItem);
   const auto target = store::folderOfItem(state, listState().drag.dropItem);
   if (!source || !target || !store::isOnPc(*target) || source == target) return;
-  // The rows are those of the selected folder, whatever was dragged.
-  if (source != store::selectedFolder(state)) return;
+  // The rows are those of the shown folder, whatever was dragged.
+  if (source != list_.shownFolder()) return;
   const std::vector<std::size_t> slots = list_.selectedSlots();
   if (slots.empty()) return;
 
