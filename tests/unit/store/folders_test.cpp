@@ -15,7 +15,6 @@ namespace {
 using namespace support;
 using store::Folder;
 using store::Folders;
-using Strings = std::vector<std::string>;
 using Fault = MemoryFileSystem::Fault;
 using Outcome = store::WriteResult::Outcome;
 using Slots = std::vector<std::size_t>;
