@@ -6,6 +6,7 @@
 #include "app/quillet_doc.h"
 #include "dialogs/new_message_dialog.h"
 #include "dialogs/reader_dialog.h"
+#include "framework/input_lock.h"
 #include "framework/module.h"
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -38,15 +39,15 @@ const framework::CommandMap* CQuilletApp::commandMap() const {
 }
 
 bool CQuilletApp::initInstance() {
+  loadResourceLibrary();
   instance_.emplace(moduleDirectory_);
   if (instance_->isSecond()) {
-    instance_->showFirst();
+    if (!instance_->showFirst()) list::showMessage(loadString(IDS_NO_WINDOW));
     return false;
   }
   store::resetFolderState();
 
   // Windows needs no enabling of containers for controls, nor of a 3-D look, any more.
-  loadResourceLibrary();
   // No settings are kept in the registry: what can be set stands in the files beside the program.
   library_.load(moduleDirectory_, link_);
   readPort();
@@ -93,7 +94,12 @@ bool CQuilletApp::connect() {
     list::showMessage(loadString(IDS_NO_LIBRARY));
     return true;
   }
-  if (link_.open(port_)) return true;
+  bool opened = false;
+  {
+    const framework::CInputLock lock;
+    opened = link_.open(port_);
+  }
+  if (opened) return true;
   list::showMessage(loadString(IDS_NO_CONNECTION));
   return false;
 }
@@ -140,12 +146,8 @@ void CQuilletApp::onRefresh() {
   tree::CLeftView& tree = frame()->tree();
   frame()->list().empty();
   for (const store::FolderRow& row : store::folderRows) tree.folders().clear(row.folder);
-  link_.close();
-  if (!connect()) {
-    // The labels keep their counts: the messages are still there.
-    showStatus(loadString(IDS_NOT_REFRESHED));
-    return;
-  }
+  // Where it fails, the labels keep their counts: the messages are still there.
+  if (!reconnect()) return;
   for (const store::FolderRow& row : store::folderRows) reload(row.folder);
   tree.showSelected();
   showSummary();
@@ -158,9 +160,19 @@ void CQuilletApp::onNew() {
   dialog.doModal(frame()->handle());
 }
 
+bool CQuilletApp::reconnect() {
+  showStatus(loadString(IDS_CONNECTING));
+  {
+    const framework::CInputLock lock;
+    link_.close();
+  }
+  const bool connected = connect();
+  showStatus(loadString(connected ? IDS_READY : IDS_NOT_REFRESHED));
+  return connected;
+}
+
 bool CQuilletApp::reconnectForSending() {
-  link_.close();
-  if (connect()) return true;
+  if (reconnect()) return true;
   frame()->list().empty();
   for (const store::Folder folder : {store::Folder::MInbox, store::Folder::MOutbox})
     frame()->tree().folders().clear(folder);

@@ -45,8 +45,9 @@ class CQuilletApp : public framework::CWinApp {
   // Opens the handset at the configured port. True without a library, too: the program goes on without a
   // handset. Either failure is told to the person.
   bool connect();
-  // The same for a handset that is open, as composing needs it; when it fails, its messages are gone from the
-  // window.
+  // Closes the handset and opens it again; the status bar says what becomes of it.
+  bool reconnect();
+  // The same, as composing needs it; when it fails, the handset's messages are gone from the window.
   bool reconnectForSending();
   void reload(store::Folder folder);
   void openReader(int slot);

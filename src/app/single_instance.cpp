@@ -54,12 +54,13 @@ SingleInstance::SingleInstance(const std::string& folder) : name_(signName(folde
         CreateWindowExW(0, signClass, name_.c_str(), 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr));
 }
 
-void SingleInstance::showFirst() const {
+bool SingleInstance::showFirst() const {
   const HWND sign = FindWindowExW(HWND_MESSAGE, nullptr, signClass, name_.c_str());
-  if (!sign) return;
+  if (!sign) return false;
   HWND waiting = nullptr;
   EnumThreadWindows(GetWindowThreadProcessId(sign, nullptr), findWaiting, reinterpret_cast<LPARAM>(&waiting));
   if (waiting) SetForegroundWindow(waiting);
+  return waiting != nullptr;
 }
 
 }  // namespace app

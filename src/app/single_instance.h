@@ -21,7 +21,8 @@ class SingleInstance {
   // Whether another program already serves the folder.
   bool isSecond() const { return second_; }
   // Brings that program's window, or the dialog or message that it waits with, to the front.
-  void showFirst() const;
+  // False when it has none.
+  bool showFirst() const;
 
  private:
   struct DestroySign {

@@ -6,6 +6,7 @@
 
 #include "dialogs/compose_state.h"
 #include "dialogs/recipients.h"
+#include "framework/input_lock.h"
 #include "framework/resources.h"
 #include "framework/wait_cursor.h"
 #include "resources/resource_ids.h"
@@ -75,8 +76,13 @@ void AddressBookDialog::setUpColumns() {
 
 void AddressBookDialog::showPhonebook() {
   const framework::CWaitCursor wait;
+  std::vector<phonelink::Contact> contacts;
+  {
+    const framework::CInputLock lock;
+    contacts = link_.contacts();
+  }
   const framework::CRedrawLock lock(phonebook_);
-  for (const phonelink::Contact& contact : link_.contacts()) {
+  for (const phonelink::Contact& contact : contacts) {
     const int row = phonebook_.insertItem(phonebook_.itemCount(), contact.name);
     phonebook_.setItemText(row, numberColumn, contact.number);
   }

@@ -6,34 +6,23 @@
 #include "text/unicode.h"
 
 namespace dialogs {
-namespace {
-
-std::u16string withoutHalves(std::u16string_view text) {
-  std::u16string whole;
-  while (!text.empty()) {
-    const std::u16string_view character = text::firstCharacter(text);
-    const bool half =
-        character.size() == 1 && (text::isHighSurrogate(character[0]) || text::isLowSurrogate(character[0]));
-    if (!half) whole += character;
-    text.remove_prefix(character.size());
-  }
-  return whole;
-}
-
-}  // namespace
 
 MessageCount countMessage(std::u16string_view text) {
   MessageCount count;
-  std::u16string left = withoutHalves(text);
-  count.needsUcs2 = std::ranges::any_of(left, [](char16_t unit) { return unit > 127; });
-  if (count.needsUcs2) left.resize(text::fitting(left, wideLimit).size());
-  count.charCount = left.size();
-  if (left.size() < text.size()) count.cut = std::move(left);
+  std::u16string whole = text::withoutHalves(text);
+  count.needsUcs2 = std::ranges::any_of(whole, [](char16_t unit) { return unit > 127; });
+  std::size_t fits = text::fitting(whole, limitOf(count)).size();
+  if (fits < whole.size()) {
+    if (whole[fits] == u'\n' && whole[fits - 1] == u'\r') --fits;
+    whole.resize(fits);
+    count.cut = std::move(whole);
+  }
+  count.charCount = fits;
   return count;
 }
 
 std::string counterText(const MessageCount& count) {
-  return std::to_string(count.charCount) + "/" + std::to_string(count.needsUcs2 ? wideLimit : plainLimit);
+  return std::to_string(count.charCount) + "/" + std::to_string(limitOf(count));
 }
 
 }  // namespace dialogs

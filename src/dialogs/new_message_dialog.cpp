@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "dialogs/address_book_dialog.h"
 #include "dialogs/compose_state.h"
 #include "dialogs/recipients.h"
+#include "framework/input_lock.h"
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
@@ -36,8 +38,9 @@ constexpr skin::ControlPlace places[] = {
     {"DlgRect", skin::theDialog},
 };
 
-std::u16string typedText(HWND field) {
-  const std::wstring text = framework::windowWideText(field);
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+std::u16string unitsOf(std::wstring_view text) {
   return {text.begin(), text.end()};
 }
 
@@ -48,7 +51,7 @@ NewMessageDialog::NewMessageDialog(ComposeServices services)
 
 const framework::MessageMap* NewMessageDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
-      framework::onControl<&NewMessageDialog::onContentChanged>(EN_CHANGE, IDC_MESSAGE_CONTENT),
+      framework::onControl<&NewMessageDialog::countContent>(EN_CHANGE, IDC_MESSAGE_CONTENT),
       framework::onControl<&NewMessageDialog::onContact>(BN_CLICKED, IDC_CONTACT),
       framework::onControl<&NewMessageDialog::onSend>(BN_CLICKED, IDC_SEND),
       framework::onControl<&NewMessageDialog::onCancel>(BN_CLICKED, IDC_MESSAGE_CANCEL),
@@ -61,7 +64,8 @@ bool NewMessageDialog::onInitDialog() {
   CSkinDialog::onInitDialog();
   receivers_.subclass(handle(), IDC_RECEIVERS);
   receivers_.send(EM_SETLIMITTEXT, receiversLimit);
-  SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
+  content_.subclass(handle(), IDC_MESSAGE_CONTENT);
+  content_.send(EM_SETLIMITTEXT, plainLimit);
 
   skinButtons({{send_, IDC_SEND}, {cancel_, IDC_MESSAGE_CANCEL}, {contact_, IDC_CONTACT}});
   placeControls("New MMS", places);
@@ -71,23 +75,32 @@ bool NewMessageDialog::onInitDialog() {
       {IDC_MESSAGE_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_NEW_MESSAGE},
   };
   setTexts(texts);
-  onContentChanged();
+  countContent();
   return true;
 }
 
-void NewMessageDialog::onContentChanged() {
-  const MessageCount count = countMessage(typedText(item(IDC_MESSAGE_CONTENT)));
-  needsUcs2_ = count.needsUcs2;
+bool NewMessageDialog::countContent() {
+  const std::wstring text = framework::windowWideText(content_.handle());
+  const MessageCount count = countMessage(unitsOf(text));
   if (count.cut) {
-    const HWND field = item(IDC_MESSAGE_CONTENT);
     DWORD caret = 0;
-    SendMessageW(field, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
-    setItemText(IDC_MESSAGE_CONTENT, text::utf8FromUtf16(*count.cut));
-    const auto place = std::min<std::size_t>(caret, count.cut->size());
-    SendMessageW(field, EM_SETSEL, place, static_cast<LPARAM>(place));
+    content_.send(EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+    const std::wstring left(count.cut->begin(), count.cut->end());
+    const std::wstring former = whole_;  // the box tells at once what it holds then
+    content_.replaceText(former.c_str(), left.c_str(), std::min(caret, static_cast<DWORD>(left.size())));
+    MessageBeep(MB_ICONWARNING);
+    services_.showStatus(formatText(loadString(IDS_CUT), {std::to_string(text.size() - count.cut->size())}));
+  } else if (text::withoutHalves(unitsOf(text)).size() == text.size()) {
+    whole_ = text;
   }
-  if (!needsUcs2_) SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETLIMITTEXT, plainLimit, 0);
+  needsUcs2_ = count.needsUcs2;
+  if (!needsUcs2_) content_.send(EM_SETLIMITTEXT, plainLimit);
   setItemText(IDC_COUNTER, counterText(count));
+  return !count.cut;
+}
+
+std::string NewMessageDialog::content() const {
+  return text::utf8FromUtf16(text::withoutHalves(unitsOf(framework::windowWideText(content_.handle()))));
 }
 
 void NewMessageDialog::showProgress(Outgoing::Step step, std::size_t index, std::size_t total,
@@ -107,10 +120,13 @@ void NewMessageDialog::onSend() {
     // Everything has been sent that could be; only the filing is to be tried again.
     const std::size_t before = result_.unfiled.size();
     const store::WriteResult problem = fileAgain(result_.unfiled, services_.folders);
+    services_.showStatus(loadString(IDS_READY));
     finishSending(problem, result_.unfiled.size() < before);
     return;
   }
-  const std::string text = itemText(IDC_MESSAGE_CONTENT);
+  // A program that sets the text may not have told so; what is cut must be seen before it is sent.
+  if (!countContent()) return;
+  const std::string text = content();
   if (!services_.reconnect()) return;
   if (text.empty()) {
     showMessage(loadString(IDS_EMPTY_MESSAGE));
@@ -124,7 +140,10 @@ void NewMessageDialog::onSend() {
   const Outgoing outgoing{services_.link, services_.folders,
                           [] { return store::timeStamp(framework::localTime()); },
                           [this](auto... progress) { showProgress(progress...); }};
-  result_ = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoing);
+  {
+    const framework::CInputLock lock;
+    result_ = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoing);
+  }
   finishSending(result_.problem, result_.filed > 0);
 }
 
@@ -132,24 +151,32 @@ void NewMessageDialog::finishSending(const store::WriteResult& problem, bool any
   if (anyFiled) services_.reloadFiled();
   holdForFiling(!result_.unfiled.empty());
   if (!result_.unfiled.empty()) {
-    showMessage(list::describe(problem, IDS_CANNOT_WRITE));
+    services_.showStatus(formatText(loadString(IDS_NOT_FILED_YET), {std::to_string(result_.unfiled.size())}));
+    showNotFiled(problem);
     return;
   }
+  const bool stays = result_.sent == 0 && result_.filed == 0 && !anyFiled;
   try {
     showMessage(formatText(
         loadString(IDS_SENT_COUNT),
         {std::to_string(result_.sent), std::to_string(result_.total), loadString(IDS_MESSAGES_SENT)}));
   } catch (const std::bad_alloc&) {
-    endDialog(IDOK);  // a dialog that stays could send again
+    if (!stays) endDialog(IDOK);  // a dialog that stays could send again
     throw;
   }
-  endDialog(IDOK);
+  if (!stays) endDialog(IDOK);
+}
+
+void NewMessageDialog::showNotFiled(const store::WriteResult& problem) const {
+  const bool sent = std::ranges::any_of(
+      result_.unfiled, [](const Filing& filing) { return filing.folder == store::Folder::PSent; });
+  showMessage(list::describe(problem, sent ? IDS_SENT_NOT_FILED : IDS_CANNOT_WRITE));
 }
 
 // What is waiting to be filed has been sent as it stands: it can be looked at and copied, not changed.
 void NewMessageDialog::holdForFiling(bool hold) {
   receivers_.send(EM_SETREADONLY, hold);
-  SendMessageW(item(IDC_MESSAGE_CONTENT), EM_SETREADONLY, hold, 0);
+  content_.send(EM_SETREADONLY, hold);
   contact_.EnableWindow(hold ? 0 : 1);
 }
 
@@ -165,7 +192,7 @@ void NewMessageDialog::onContact() {
 }
 
 void NewMessageDialog::onCancel() {
-  const std::string text = itemText(IDC_MESSAGE_CONTENT);
+  const std::string text = content();
   composeState().recipients = receivers_.text();
   if (text.empty()) {
     endDialog(IDCANCEL);
@@ -177,7 +204,7 @@ void NewMessageDialog::onCancel() {
         result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, services_.folders);
     services_.reloadFiled();
     if (!problem.ok()) {
-      showMessage(list::describe(problem, IDS_CANNOT_WRITE));
+      showNotFiled(problem);
       return;
     }
   }

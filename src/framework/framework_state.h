@@ -14,6 +14,7 @@ struct FrameworkState {
   CWinApp* app = nullptr;
   HMODULE resourceModule = nullptr;         // the resource library; null = the program's own resources alone
   std::unordered_map<HWND, CWnd*> objects;  // the attached ones, by their windows
+  int inputLocks = 0;                       // how many CInputLock there are
   CWnd* awaitingWindow = nullptr;  // what the next created window belongs to; set by CreationScope only
 };
 

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "framework/framework_state.h"
+#include "framework/input_lock.h"
 #include "framework/text.h"
 
 namespace framework {
@@ -100,7 +101,11 @@ bool CWnd::preTranslateMessage(MSG&) {
 }
 
 LRESULT CWnd::defaultProcessing() {
-  return CallWindowProcW(former_, handle_, current_.message, current_.wParam, current_.lParam);
+  return defaultProcessing(current_.wParam, current_.lParam);
+}
+
+LRESULT CWnd::defaultProcessing(WPARAM wParam, LPARAM lParam) {
+  return CallWindowProcW(former_, handle_, current_.message, wParam, lParam);
 }
 
 const MessageEntry* CWnd::findHandler(UINT message, UINT code, UINT id) const {
@@ -144,6 +149,7 @@ LRESULT CWnd::windowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT CALLBACK CWnd::attachedProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   CWnd* const object = fromHandle(window);
   if (!object) return DefWindowProcW(window, message, wParam, lParam);
+  if (CInputLock::holdsBack(message)) return 0;
   CWnd& self = *object;
   const Current outer = self.current_;
   self.current_ = {message, wParam, lParam};

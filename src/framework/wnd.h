@@ -41,6 +41,8 @@ class CWnd : public CCmdTarget {
   virtual LRESULT windowProc(UINT message, WPARAM wParam, LPARAM lParam);
   // The default treatment of the message now being handled.
   LRESULT defaultProcessing();
+  // The same with other parameters.
+  LRESULT defaultProcessing(WPARAM wParam, LPARAM lParam);
   // Attaches this object to a window that already exists, as for the controls of a dialog.
   bool attach(HWND window);
 

@@ -3,6 +3,7 @@
 #include "framework/module.h"
 #include "framework/resources.h"
 #include "framework/text.h"
+#include "framework/win_app.h"
 #include "resources/resource_ids.h"
 
 namespace list {
@@ -11,10 +12,10 @@ using framework::formatText;
 using framework::loadString;
 using Outcome = store::WriteResult::Outcome;
 
-// Without an owner, and without MB_TASKMODAL, the window would take commands behind the box. It holds back
-// every window, a dialog before the frame too, where Send would send once more.
+// Over the window in use, which has the keyboard again afterwards; MB_TASKMODAL for when there is none yet.
 int showMessage(const std::string& text, UINT icon) {
-  return MessageBoxW(nullptr, framework::toWide(text).c_str(),
+  const framework::CFrameWnd* const frame = framework::CWinApp::current()->mainFrame();
+  return MessageBoxW(frame ? GetLastActivePopup(frame->handle()) : nullptr, framework::toWide(text).c_str(),
                      framework::toWide(loadString(IDS_TITLE)).c_str(), MB_OK | MB_TASKMODAL | icon);
 }
 

@@ -1,5 +1,9 @@
 #include "skin/number_entry.h"
 
+#include "framework/resources.h"
+#include "framework/text.h"
+#include "resources/resource_ids.h"
+
 namespace skin {
 namespace {
 
@@ -13,16 +17,28 @@ bool isDown(int key) {
   return GetKeyState(key) < 0;
 }
 
-// Characters of the text that a paste would bring.
-std::size_t clipboardLength(HWND window) {
-  std::size_t length = 0;
-  if (!OpenClipboard(window)) return length;
+std::wstring clipboardText(HWND window) {
+  std::wstring text;
+  if (!OpenClipboard(window)) return text;
   if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    if (const auto* text = static_cast<const wchar_t*>(GlobalLock(data))) length = wcslen(text);
+    if (const auto* words = static_cast<const wchar_t*>(GlobalLock(data))) text = words;
     GlobalUnlock(data);
   }
   CloseClipboard();
-  return length;
+  return text;
+}
+
+// Line breaks and tabs become the separator.
+std::wstring asOneLine(std::wstring_view text) {
+  constexpr std::wstring_view breaks = L"\t\n\v\f\r\x85\x2028\x2029";
+  std::wstring line;
+  for (const wchar_t character : text) {
+    if (breaks.find(character) == breaks.npos)
+      line += character;
+    else if (!line.ends_with(L';'))
+      line += L';';
+  }
+  return line;
 }
 
 }  // namespace
@@ -33,6 +49,7 @@ const framework::MessageMap* CNumberEntry::messageMap() const {
       onKey<&CNumberEntry::onChar>(WM_CHAR),
       onKey<&CNumberEntry::onKeyDown>(WM_KEYDOWN),
       onPlain<&CNumberEntry::onPaste>(WM_PASTE),
+      onRaw<&CNumberEntry::onReplaceSelection>(EM_REPLACESEL),
   };
   static const MessageMap map{entries, CWnd::messageMap()};
   return &map;
@@ -44,7 +61,16 @@ bool CNumberEntry::subclass(HWND dialog, UINT id) {
 }
 
 LRESULT CNumberEntry::onChar(UINT character) {
-  return isTaken(character) ? defaultProcessing() : static_cast<LRESULT>(character);
+  constexpr UINT erasedWord = 0x7F;  // what Ctrl+Backspace types
+  if (isTaken(character)) return defaultProcessing();
+  if (character >= ' ' && character != erasedWord) {
+    // A character left out in silence would make two numbers one.
+    MessageBeep(MB_ICONWARNING);
+    const std::wstring words = framework::toWide(framework::loadString(IDS_NUMBERS_ONLY));
+    EDITBALLOONTIP tip{sizeof tip, nullptr, words.c_str(), TTI_NONE};
+    send(EM_SHOWBALLOONTIP, 0, reinterpret_cast<LPARAM>(&tip));
+  }
+  return static_cast<LRESULT>(character);
 }
 
 // An edit box knows its shortcuts by the control characters that follow the keys, and those are dropped like
@@ -65,20 +91,28 @@ LRESULT CNumberEntry::onKeyDown(UINT key) {
     case 'Z':
       return send(EM_UNDO);
     default:
+      if (key == VK_INSERT && isDown(VK_SHIFT)) return send(WM_PASTE);
       return defaultProcessing();
   }
 }
 
-// An edit box takes as much of a paste as it has room for. Half a number would reach somebody else.
-LRESULT CNumberEntry::onPaste() {
+void CNumberEntry::onPaste() {
+  const std::wstring text = clipboardText(handle());
+  if (!text.empty()) send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+// An edit box takes what it has room for, and of several lines the first. Half a number would reach somebody
+// else.
+void CNumberEntry::onReplaceSelection(WPARAM canUndo, LPARAM text) {
+  const std::wstring line = asOneLine(reinterpret_cast<const wchar_t*>(text));
   DWORD begin = 0;
   DWORD end = 0;
   send(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
   const auto kept = static_cast<std::size_t>(GetWindowTextLengthW(handle())) - (end - begin);
-  if (kept + clipboardLength(handle()) <= static_cast<std::size_t>(send(EM_GETLIMITTEXT)))
-    return defaultProcessing();
-  MessageBeep(MB_ICONWARNING);
-  return 0;
+  if (kept + line.size() <= static_cast<std::size_t>(send(EM_GETLIMITTEXT)))
+    defaultProcessing(canUndo, reinterpret_cast<LPARAM>(line.c_str()));
+  else
+    MessageBeep(MB_ICONWARNING);
 }
 
 }  // namespace skin

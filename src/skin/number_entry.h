@@ -4,8 +4,9 @@
 
 namespace skin {
 
-// An edit box for phone numbers: of what is typed it takes digits, ";", "+", "-" and "." only. What is pasted
-// is not filtered, but taken whole or not at all. The member of a dialog.
+// An edit box for phone numbers: of what is typed it takes digits, ";", "+", "-" and "." only, and says so
+// when something else is. What is pasted is not filtered, but taken whole or not at all; its lines become
+// numbers of their own. The member of a dialog.
 class CNumberEntry : public framework::CWnd {
  public:
   CNumberEntry() = default;
@@ -19,7 +20,8 @@ class CNumberEntry : public framework::CWnd {
  private:
   LRESULT onChar(UINT character);
   LRESULT onKeyDown(UINT key);
-  LRESULT onPaste();
+  void onPaste();
+  void onReplaceSelection(WPARAM canUndo, LPARAM text);
 };
 
 }  // namespace skin

@@ -102,6 +102,18 @@ std::u16string_view firstCharacter(std::u16string_view units) {
   return units.substr(0, pair ? 2 : 1);
 }
 
+std::u16string withoutHalves(std::u16string_view units) {
+  std::u16string whole;
+  while (!units.empty()) {
+    const std::u16string_view character = firstCharacter(units);
+    const bool half =
+        character.size() == 1 && (isHighSurrogate(character[0]) || isLowSurrogate(character[0]));
+    if (!half) whole += character;
+    units.remove_prefix(character.size());
+  }
+  return whole;
+}
+
 std::u16string_view fitting(std::u16string_view units, std::size_t limit) {
   if (units.size() <= limit) return units;
   const bool splitsPair = limit > 0 && isHighSurrogate(units[limit - 1]) && isLowSurrogate(units[limit]);

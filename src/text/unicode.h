@@ -27,6 +27,8 @@ constexpr bool isLowSurrogate(char16_t unit) {
 }
 // The first character, as its one or two units; the text must not be empty.
 std::u16string_view firstCharacter(std::u16string_view units);
+// The text without unpaired surrogates, halves of characters.
+std::u16string withoutHalves(std::u16string_view units);
 // As much of the text as fits into `limit` units with its last character whole.
 std::u16string_view fitting(std::u16string_view units, std::size_t limit);
 

@@ -3,6 +3,7 @@
 #include <new>
 #include <utility>
 
+#include "framework/input_lock.h"
 #include "framework/module.h"
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -124,8 +125,14 @@ int CLeftView::refreshCount(std::string_view path) {
 
 void CLeftView::reload(store::Folder folder) {
   if (!store::isOnPc(folder)) {
+    const framework::CInputLock lock;
     folders_.fill(folder, phonelink::readHandsetFolder(services_.link, folder));
-  } else if (const store::ReadResult read = folders_.reload(folder); !read.ok()) {
+    showCount(folder);
+    return;
+  }
+  const store::ReadResult read = folders_.reload(folder);
+  unreadable_[store::position(folder)] = !read.ok();
+  if (!read.ok()) {
     list::showMessage(
         framework::formatText(framework::loadString(IDS_CANNOT_READ),
                               {folders_.path(folder), framework::systemErrorText(read.status.code)}),
@@ -150,9 +157,10 @@ void CLeftView::reloadFiled() try {
 }
 
 void CLeftView::showCount(store::Folder folder) {
-  setItemText(store::folderState().items[store::position(folder)],
-              framework::formatText("%s(%d)", {framework::loadString(store::rowOf(folder).text),
-                                               std::to_string(folders_[folder].size())}));
+  std::string text = framework::loadString(store::rowOf(folder).text);
+  // How many messages an unreadable file holds is not known.
+  if (!unreadable_[store::position(folder)]) text += "(" + std::to_string(folders_[folder].size()) + ")";
+  setItemText(store::folderState().items[store::position(folder)], text);
 }
 
 void CLeftView::showSelected() {

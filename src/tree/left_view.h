@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -83,7 +84,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   LeftViewServices services_;
   list::CQuilletView& list_;
   store::Folders folders_;
-  std::string notes_;  // what reading has left to say
+  std::array<bool, store::folderCount> unreadable_{};  // PC folders whose file could not be read
+  std::string notes_;                                  // what reading has left to say
   std::optional<skin::GdiplusSession> gdiplus_;
   framework::UniqueImageList images_;
   bool clickSelect_ = false;  // a folder has been picked with the mouse

@@ -50,27 +50,58 @@ TEST_F(Dialogs, AMessageIsSentToEveryReceiverFiledAndReported) {
   EXPECT_EQ(app_.status(), "Not sent to 12345678901234567 (4 of 4), kept as a draft");
   app_.show(pDraft);
   EXPECT_EQ(app_.look() + " " + app_.rows(1), "3 0 0 3 2: c  d,c  d 222,12345678901234567");
+  // Buttons pressed while the library works do nothing.
+  folder_.script().pressed = IDC_SEND;
+  newMessage({to("123"), text("once"), [this](HWND dialog) { folder_.script().dialog = dialog; }, send,
+              answer("1/1 message(s)  sent.")});
+  folder_.script().dialog = nullptr;
+  EXPECT_EQ(folder_.script().sentCount, 5);
   // A text that the library cannot take is not sent with question marks in it.
   newMessage({to("123"), text("жёлтый"), send, answer("0/1 message(s)  sent.")});
-  EXPECT_EQ(app_.look(), "3 0 0 3 3: c  d,c  d,жёлтый");
-  EXPECT_EQ(folder_.script().sentCount, 4);
+  EXPECT_EQ(app_.look(), "3 0 0 4 3: c  d,c  d,жёлтый");
+  EXPECT_EQ(folder_.script().sentCount, 5);
 }
 
 TEST_F(Dialogs, TheCounterCountsAndCutsWhileTyping) {
   std::string wide;
   for (int i = 0; i < 70; ++i) wide += "ж";
-  const Step o = [](HWND dialog) { SendMessageW(item(dialog, IDC_MESSAGE_CONTENT), WM_CHAR, 'o', 1); };
+  const auto typed = [](WPARAM unit) {
+    return [unit](HWND dialog) { SendMessageW(item(dialog, IDC_MESSAGE_CONTENT), WM_CHAR, unit, 1); };
+  };
+  const Step o = typed('o'), e = typed(0xE9),
+             undo = [](HWND dialog) { SendMessageW(item(dialog, IDC_MESSAGE_CONTENT), EM_UNDO, 0, 0); };
   const auto counts = [](const std::string& counter) { return shows({IDC_COUNTER}, counter); };
-  newMessage({text("hell"), o, counts("5/160"), text("hellö"), counts("5/70"), text(wide + wide),
-              shows({IDC_COUNTER, IDC_MESSAGE_CONTENT}, "70/70|" + wide), text(std::string(159, 'x')), o, o,
-              counts("160/160"), text(""), cancel});
+  newMessage({text("hell"),
+              o,
+              counts("5/160"),
+              text("hellö"),
+              counts("5/70"),
+              text(wide + wide),
+              shows({IDC_COUNTER, IDC_MESSAGE_CONTENT}, "70/70|" + wide),
+              text(std::string(159, 'x')),
+              o,
+              o,
+              counts("160/160"),
+              text(std::string(145, 'x')),
+              e,
+              counts("70/70"),
+              undo,
+              counts("145/160"),
+              text("a"),
+              typed(0xD83D),
+              typed(0xDE00),
+              o,
+              shows({IDC_COUNTER, IDC_MESSAGE_CONTENT}, "4/70|a😀o"),
+              text(""),
+              cancel});
   EXPECT_EQ(folder_.log(), "");
 }
 
 TEST_F(Dialogs, WhatCannotBeSentStaysWithItsText) {
   const Step stays = shows(message, "123;456|text|Contact");
   newMessage({to("123"), send, answer("Empty Message,Please type."), to(""), text("text"), send,
-              answer("No Phone Number Entered."), shows(message, "|text|Contact"), text(""), cancel});
+              answer("No Phone Number Entered."), shows(message, "|text|Contact"), to("+-."), send,
+              answer("0/1 message(s)  sent."), shows(message, "+-.|text|Contact"), text(""), cancel});
   // Neither the window nor the session ends over a text in the making.
   newMessage({to("123;456"), text("text"), [this](HWND) { SendMessageW(app_.window(), WM_CLOSE, 0, 0); },
               [this](HWND) { EXPECT_EQ(SendMessageW(app_.window(), WM_QUERYENDSESSION, 0, 0), 0); }, stays,
@@ -152,7 +183,7 @@ TEST_F(Dialogs, TheReceiversTakeNumbersAndAPasteAsAWhole) {
     const HWND field = item(dialog, IDC_RECEIVERS), content = item(dialog, IDC_MESSAGE_CONTENT);
     const std::string fits(120, '7');
     const std::pair<std::string, std::string> rows[] = {
-        {"a+1 b", "a+1 b"}, {fits + "7", "a+1 b"}, {fits, "a+1 b" + fits}};
+        {"a+1\r\n\t2", "a+1;2"}, {fits + "7", "a+1;2"}, {fits, "a+1;2" + fits}};
     for (const auto& [copied, held] : rows) {
       SetWindowTextW(content, toWide(copied).c_str());
       SendMessageW(content, EM_SETSEL, 0, -1);

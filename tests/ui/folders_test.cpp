@@ -96,7 +96,7 @@ TEST_F(Folders, RefreshReadsEverythingAgainAndSaysWhatItCannot) {
   {
     const auto held = folder_.hold("pcDraft.dat", 0);
     refresh({answer("pcDraft.dat")});
-    EXPECT_EQ(app_.label(pDraft), "Draft(0)");
+    EXPECT_EQ(app_.label(pDraft), "Draft");
   }
   folder_.write("pcSent.dat", folder_.storeOf(pSent, {{"whole"}}) + "rubbish");
   refresh();

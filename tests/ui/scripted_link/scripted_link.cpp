@@ -1,5 +1,7 @@
 #include "scripted_link.h"
 
+#include <windows.h>
+
 #include <cstdio>
 #include <cstring>
 
@@ -48,5 +50,7 @@ EXPORTED int zelOpenSIM(int port, int baudRate) {
 EXPORTED int zelSendSMS(void* entry) {
   note("zelSendSMS");
   if (script.sentCount < 100) std::memcpy(script.sent + 212 * script.sentCount++, entry, 212);
+  if (script.dialog && script.sentCount < 9)
+    SendMessageW(static_cast<HWND>(script.dialog), WM_COMMAND, script.pressed, 0);
   return std::strcmp(static_cast<const char*>(entry) + 16, script.unreachable) == 0 ? -1 : 1;
 }

@@ -13,5 +13,7 @@ struct ScriptedLink {
   char unreachable[32] = "";           // sending to this number fails
   unsigned char sent[100 * 212] = {};  // what was handed over to be sent, one entry after the other
   int sentCount = 0;
+  void* dialog = nullptr;  // its button `pressed` is pressed while a message is sent
+  unsigned pressed = 0;
   char log[1 << 16] = {};  // the calls in order, each followed by a space
 };
