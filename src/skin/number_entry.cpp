@@ -1,7 +1,6 @@
 #include "skin/number_entry.h"
 
 #include "framework/resources.h"
-#include "framework/text.h"
 #include "resources/resource_ids.h"
 
 namespace skin {
@@ -48,6 +47,7 @@ const framework::MessageMap* CNumberEntry::messageMap() const {
   static constexpr MessageEntry entries[] = {
       onKey<&CNumberEntry::onChar>(WM_CHAR),
       onKey<&CNumberEntry::onKeyDown>(WM_KEYDOWN),
+      onPlain<&CNumberEntry::onKillFocus>(WM_KILLFOCUS),
       onPlain<&CNumberEntry::onPaste>(WM_PASTE),
       onRaw<&CNumberEntry::onReplaceSelection>(EM_REPLACESEL),
   };
@@ -62,13 +62,14 @@ bool CNumberEntry::subclass(HWND dialog, UINT id) {
 
 LRESULT CNumberEntry::onChar(UINT character) {
   constexpr UINT erasedWord = 0x7F;  // what Ctrl+Backspace types
-  if (isTaken(character)) return defaultProcessing();
+  if (isTaken(character)) {
+    tip_.hide();
+    return defaultProcessing();
+  }
   if (character >= ' ' && character != erasedWord) {
     // A character left out in silence would make two numbers one.
     MessageBeep(MB_ICONWARNING);
-    const std::wstring words = framework::toWide(framework::loadString(IDS_NUMBERS_ONLY));
-    EDITBALLOONTIP tip{sizeof tip, nullptr, words.c_str(), TTI_NONE};
-    send(EM_SHOWBALLOONTIP, 0, reinterpret_cast<LPARAM>(&tip));
+    tip_.show(handle(), framework::loadString(IDS_NUMBERS_ONLY));
   }
   return static_cast<LRESULT>(character);
 }
@@ -94,6 +95,11 @@ LRESULT CNumberEntry::onKeyDown(UINT key) {
       if (key == VK_INSERT && isDown(VK_SHIFT)) return send(WM_PASTE);
       return defaultProcessing();
   }
+}
+
+LRESULT CNumberEntry::onKillFocus() {
+  tip_.hide();
+  return defaultProcessing();
 }
 
 void CNumberEntry::onPaste() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/wnd.h"
+#include "skin/balloon_tip.h"
 
 namespace skin {
 
@@ -20,8 +21,11 @@ class CNumberEntry : public framework::CWnd {
  private:
   LRESULT onChar(UINT character);
   LRESULT onKeyDown(UINT key);
+  LRESULT onKillFocus();
   void onPaste();
   void onReplaceSelection(WPARAM canUndo, LPARAM text);
+
+  CBalloonTip tip_;
 };
 
 }  // namespace skin
