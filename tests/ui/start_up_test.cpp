@@ -51,6 +51,11 @@ TEST(StartUp, GoesOnWithoutALibraryAndEndsWithoutAConnection) {
     app.command(ID_REFRESH);
     EXPECT_EQ(app.look(), "0 0 0 0 1: ");
   }
+  ProgramFolder held;  // by a program without a window
+  held.write("Quillet.lock", "");
+  const auto lock = held.hold("Quillet.lock");
+  RunningApp second(held);
+  second.watch({answer("has no window to show")}, [&] { EXPECT_FALSE(second.start()); });
 }
 
 TEST(StartUp, TakesTextsFromTheResourceLibraryAndTheRestFromTheProgram) {
