@@ -9,8 +9,8 @@
 
 namespace store {
 
-// The records of one folder in load order, in slots from 0 on. Owns its records. Appending, erasing and clearing
-// end the validity of references and spans handed out earlier.
+// The records of one folder in load order, in slots from 0 on. Owns its records. Appending, erasing and
+// clearing end the validity of references and spans handed out earlier.
 class FolderTable {
  public:
   FolderTable() = default;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "store/text_file.h"
+#include "store/whole_file.h"
 
 namespace store {
 namespace {
@@ -51,13 +52,17 @@ ReadResult Folders::reload(Folder folder) {
 }
 
 WriteResult Folders::append(Folder folder, const SmsRecord& message) {
+  forgetUndo(folder);
   return attempt([&] {
     return file(folder).append(message, folder == Folder::PSent ? LineBreaks::sent : LineBreaks::stored);
   });
 }
 
 WriteResult Folders::rewrite(Folder folder, std::span<const SmsRecord* const> records) {
-  return file(folder).rewrite(records, (*this)[folder].records());
+  WriteResult result = file(folder).rewrite(records, (*this)[folder].records());
+  const auto former = std::ranges::find(former_, folder, &Former::folder);
+  if (result.ok() && former != former_.end()) former->stamp = result.stamp;
+  return result;
 }
 
 WriteResult Folders::replace(Folder folder, std::vector<SmsRecord> records) {
@@ -115,6 +120,58 @@ WriteResult Folders::move(Folder source, Folder target, std::span<const std::siz
   }
   for (SmsRecord& record : moved) table(target).append(std::move(record));
   if (isOnPc(source) && result.ok()) table(source).erase(gone);
+  return result;
+}
+
+WriteResult Folders::erase(Folder folder, const SmsRecord& message) {
+  forgetUndo(folder);
+  const auto records = (*this)[folder].records();
+  const auto found = std::ranges::find(records, message);
+  return found == records.end() ? WriteResult{}
+                                : erase(folder, static_cast<std::size_t>(found - records.begin()));
+}
+
+void Folders::remember(std::initializer_list<Folder> folders) try {
+  former_.clear();
+  for (const Folder folder : folders)
+    if (isOnPc(folder)) former_.push_back({folder, table(folder)});
+} catch (const std::bad_alloc&) {
+  former_.clear();  // the change is made all the same
+}
+
+void Folders::forgetUndo(Folder folder) {
+  if (std::ranges::find(former_, folder, &Former::folder) != former_.end()) former_.clear();
+}
+
+bool Folders::canUndo() const {
+  return !former_.empty() &&
+         std::ranges::all_of(former_, [](const Former& former) { return former.stamp.has_value(); });
+}
+
+std::vector<Folder> Folders::undoFolders() const {
+  std::vector<Folder> folders;
+  if (canUndo())
+    for (const Former& former : former_) folders.push_back(former.folder);
+  return folders;
+}
+
+WriteResult Folders::undo() {
+  WriteResult result;
+  for (const Former& former : former_)
+    if (former.stamp != stampOf(files_, path(former.folder))) result.outcome = WriteResult::Outcome::changed;
+  if (!result.ok()) return result;
+  bool first = true;
+  for (Former& former : former_) {
+    result = attempt([&] { return rewrite(former.folder, pointersTo(former.table.records())); });
+    if (!result.ok()) {
+      if (first) return result;
+      result.outcome = WriteResult::Outcome::inBoth;
+      break;
+    }
+    table(former.folder) = std::move(former.table);
+    first = false;
+  }
+  former_.clear();
   return result;
 }
 

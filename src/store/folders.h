@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,6 +47,19 @@ class Folders {
   // if that is a PC folder. At no moment they are in neither. Slots that are not there are passed over.
   WriteResult move(Folder source, Folder target, std::span<const std::size_t> slots);
 
+  // Takes a message out of a PC folder, whichever slot it has; one that is not there is no failure.
+  WriteResult erase(Folder folder, const SmsRecord& message);
+
+  // One change back. What is made of these PC folders from here on, until the next call or until something is
+  // filed in one of them, is what undo takes back; `source`, where messages are moved from, comes first.
+  void remember(std::initializer_list<Folder> folders);
+  bool canUndo() const;
+  // The folders that undo changes, if there is something to take back.
+  std::vector<Folder> undoFolders() const;
+  // The folders hold again what they held, file by file; `changed`, and no change, when a file is not as the
+  // change left it. inBoth when only the first could be brought back.
+  WriteResult undo();
+
   // Adds messages of any folder to the end of a text file.
   WriteResult saveText(const std::string& path, Folder folder, std::span<const std::size_t> slots);
 
@@ -57,15 +71,24 @@ class Folders {
   StoreFile& file(Folder folder) { return *stores_[position(folder)]; }
   const StoreFile& file(Folder folder) const { return *stores_[position(folder)]; }
   WriteResult rewrite(Folder folder, std::span<const SmsRecord* const> records);
+  void forgetUndo(Folder folder);
   // What the change answers; its kept copy is remembered, and lack of memory is a failure like others.
   template <class Change>
   WriteResult attempt(Change change);
+
+  // What a PC folder held before the last change, and its file's stamp since; none when nothing came of it.
+  struct Former {
+    Folder folder;
+    FolderTable table;
+    std::optional<FileStamp> stamp = {};
+  };
 
   FileSystem& files_;
   const text::CodePage& codePage_;
   std::array<FolderTable, folderCount> tables_;
   std::array<std::optional<StoreFile>, folderCount> stores_;  // none for a folder of the handset
   std::vector<std::string> keptCopies_;
+  std::vector<Former> former_;
 };
 
 }  // namespace store

@@ -16,7 +16,8 @@ struct WriteResult {
     done,
     notRead,  // the file has not been read yet, and is not written before that
     failed,
-    inBoth  // messages could be put into one folder but not taken out of the other; they are in both
+    inBoth,  // messages could be put into one folder but not taken out of the other; they are in both
+    changed  // somebody else has changed the file meanwhile
   };
 
   Outcome outcome = Outcome::done;

@@ -63,17 +63,28 @@ auto filed(Folder folder, const char* text) {
   return [=](Folders& f) { return f.append(folder, message(text)); };
 }
 auto replaced(std::vector<store::SmsRecord> records) {
-  return [=](Folders& f) { return f.replace(Folder::PInbox, records); };
+  return [=](Folders& f) {
+    f.remember({Folder::PInbox});
+    return f.replace(Folder::PInbox, records);
+  };
 }
 auto moved(Folder source, Folder target, Slots slots) {
-  return [=](Folders& f) { return f.move(source, target, slots); };
+  return [=](Folders& f) {
+    f.remember({source, target});
+    return f.move(source, target, slots);
+  };
 }
 
 const Change changes[] = {
     {"file in a store that is there", filed(Folder::PSent, "y"), "abcde|xy|"},
     {"file in a store that is not", filed(Folder::PDraft, "y"), "abcde|x|y"},
     {"file beyond the code page", filed(Folder::PSent, "€"), "abcde|x€|"},
-    {"delete", [](Folders& f) { return f.erase(Folder::PInbox, 1); }, "acde|x|"},
+    {"delete",
+     [](Folders& f) {
+       f.remember({Folder::PInbox});
+       return f.erase(Folder::PInbox, 1);
+     },
+     "acde|x|"},
     {"sort", replaced({message("e"), message("b")}), "eb|x|"},
     {"delete all", replaced({}), "|x|"},
     {"move", moved(Folder::PInbox, Folder::PSent, {4, 2, 1}), "ad|xecb|", "abcde|xecb|"},
@@ -125,6 +136,22 @@ TEST(Folders, EveryStepOfEveryChangeMayGoWrong) {
   }
 }
 
+TEST(Folders, EveryChangeCanBeTakenBackOnceUnlessAFileHasChanged) {
+  for (const Change& change : changes) {
+    for (const bool foreign : {false, true}) {
+      Desk desk;
+      change.run(*desk.folders);
+      if (!desk.folders->canUndo()) continue;
+      if (foreign) desk.files.put("pcInbox.dat", "x"), desk.files.put("pcDraft.dat", "x");
+      EXPECT_EQ(desk.folders->undo().outcome, foreign ? Outcome::changed : Outcome::done) << change.name;
+      EXPECT_EQ(desk.tables(), foreign ? change.after : "abcde|x|") << change.name;
+      EXPECT_EQ(desk.folders->canUndo(), foreign);
+      if (!foreign) desk.load();
+      EXPECT_EQ(desk.tables(), foreign ? change.after : "abcde|x|") << change.name;
+    }
+  }
+}
+
 TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
   Desk desk;
   // The target has been written: from here on nothing works any more.
@@ -134,6 +161,12 @@ TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
   EXPECT_EQ(result.code, MemoryFileSystem::faultCode);
   EXPECT_EQ(result.file, "pcInbox.dat");
   EXPECT_EQ(desk.tables(), "abcde|xba|");
+  // Nor does taking back a change lose them midway.
+  Desk other;
+  moved(Folder::PInbox, Folder::PSent, {1, 0})(*other.folders);
+  other.files.inject(Fault::fail, 9, true);
+  EXPECT_EQ(other.folders->undo().outcome, Outcome::inBoth);
+  EXPECT_EQ(other.tables(), "abcde|xba|");
 }
 
 TEST(FolderState, FoldersAreKnownByItemsAndByPaths) {
