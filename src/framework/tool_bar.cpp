@@ -100,6 +100,8 @@ void CToolBar::setSide(DockSide side) {
     const LRESULT wrapped = vertical() ? state | TBSTATE_WRAP : state & ~LRESULT{TBSTATE_WRAP};
     SendMessageW(bar_, TB_SETSTATE, id, MAKELPARAM(wrapped, 0));
   }
+  const LONG style = GetWindowLongW(bar_, GWL_STYLE) & ~LONG{CCS_VERT};
+  SetWindowLongW(bar_, GWL_STYLE, vertical() ? style | CCS_VERT : style);
 }
 
 int CToolBar::breadth() const {

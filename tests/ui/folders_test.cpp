@@ -118,6 +118,22 @@ TEST_F(Folders, RefreshReadsEverythingAgainAndSaysWhatItCannot) {
   EXPECT_EQ(app_.look(), "2 2 1 0 3: draft 1,draft 2,draft 3");
 }
 
+TEST_F(Folders, TheToolbarShowsAllItsButtonsOnEverySide) {
+  using framework::DockSide;
+  for (const DockSide side : {DockSide::left, DockSide::bottom, DockSide::right, DockSide::top}) {
+    app_.frame()->toolBar().setSide(side);
+    app_.frame()->recalcLayout();
+    RECT room{}, part{}, buttons[5]{};
+    GetClientRect(app_.toolBar(), &room);
+    for (RECT& button : buttons) {
+      SendMessageW(app_.toolBar(), TB_GETITEMRECT, &button - buttons, reinterpret_cast<LPARAM>(&button));
+      EXPECT_TRUE(IntersectRect(&part, &room, &button) && EqualRect(&part, &button));
+      for (const RECT* other = buttons; other < &button; ++other)
+        EXPECT_FALSE(IntersectRect(&part, other, &button));
+    }
+  }
+}
+
 TEST_F(Folders, TheFrameHasItsSizesAndKeys) {
   MINMAXINFO info{};
   SendMessageW(app_.window(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
