@@ -2,8 +2,9 @@
 
 # One session at a time uses the prefix, since ending one stops its wineserver. QUILLET_WINE_PREFIX names
 # another folder for whoever wants two sessions side by side.
+# Without winemenubuilder Wine puts no menus into the home directory.
 export WINEPREFIX=${QUILLET_WINE_PREFIX:-$out/wine-prefix}
-export WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
+export WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
 
 # The lock is held as descriptor 9. What stays running must not inherit it, or would hold it for ever.
 session_directory='' screen_process='' in_session=''
@@ -18,8 +19,8 @@ make_prefix() {
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
   quietly wineboot --init || die 'wineboot failed'
-  # Windows draw their own frames, and get every click, when no window manager is asked.
-  quietly wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f || die 'wine reg failed'
+  # "Documents" and the like are links into the home directory, where nothing of ours belongs.
+  find "$WINEPREFIX/drive_c/users" -type l -exec sh -c 'rm "$1" && mkdir "$1"' make_folder {} \;
   # A crash ends the program instead of waiting for a click.
   quietly wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f || die 'wine reg failed'
   # COM12 is where the tests plug a modem in. The names that ports of this machine would get are taken.
@@ -60,6 +61,7 @@ end_session() {
 
 # start_session [screen]: takes the prefix, makes it if needed, starts Wine; with `screen` on an own display.
 start_session() {
+  local managed
   mkdir -p "$(dirname "$WINEPREFIX")"
   exec 9>"$WINEPREFIX.lock"
   flock -n 9 || { say 'Waiting for another session to leave the Wine prefix.'; flock 9; }
@@ -70,7 +72,10 @@ start_session() {
   [ "${1:-}" != screen ] || start_screen
   quietly wineserver -k || true  # left over from a session that was killed
   make_prefix
-  # Wine's own services start here, with no output of ours to hold open.
+  # Wine's own services start here, with no output of ours to hold open. Where there is no window manager,
+  # windows get every click only when they draw their own frames and none is asked.
+  managed=Y
+  [ -z "$screen_process" ] || managed=N
   quietly wineserver -p
-  quietly wine cmd /c exit || die 'Wine does not start'
+  quietly wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$managed" /f || die 'Wine does not start'
 }
