@@ -82,8 +82,8 @@ class CQuilletView : public framework::CListView {
   // Row i now shows the message that was in slot former[i] of the shown table.
   void selectAgain(const std::vector<bool>& selectedSlots, std::size_t focusedSlot,
                    const std::vector<std::size_t>& former);
-  void showStatus(UINT pattern, std::initializer_list<std::string_view> values) const;
-  // The same for what a command has come to; names what has been put aside meanwhile.
+  void showDeleting(std::size_t number, std::size_t count) const;
+  // In the status bar, what a command has come to; names what has been put aside meanwhile.
   void showResult(UINT pattern, std::initializer_list<std::string_view> values) const;
 
   store::Folders* folders_ = nullptr;

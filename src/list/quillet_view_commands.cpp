@@ -1,5 +1,6 @@
 // The commands on the rows: open, sort, delete, save, select all.
 #include <algorithm>
+#include <new>
 
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -41,6 +42,15 @@ bool consents(HWND owner, bool all) {
   const INT_PTR answer = question.doModal(owner);
   // Only Cancel refuses, but a question that nobody has seen has not been answered.
   return answer > 0 && answer != IDCANCEL;
+}
+
+// Whether Escape has been pressed. It and other keys that came meanwhile are dropped, as while the phone link
+// works.
+bool escapePressed() {
+  bool pressed = false;
+  for (MSG key; PeekMessageW(&key, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE);)
+    pressed = pressed || key.wParam == VK_ESCAPE;
+  return pressed;
 }
 
 }  // namespace
@@ -155,10 +165,10 @@ void CQuilletView::onDelete() {
     ULONGLONG shownAt = 0;
     // Each is a change of the file of its own, so that whenever it breaks off, the file holds all that are
     // left.
-    for (; gone < slots.size(); ++gone) {
+    for (; gone < slots.size() && !escapePressed(); ++gone) {
       if (const ULONGLONG now = GetTickCount64(); now - shownAt >= progressPause) {
         shownAt = now;
-        showStatus(IDS_DELETING, {std::to_string(gone + 1), std::to_string(slots.size())});
+        showDeleting(gone + 1, slots.size());
       }
       result = folders_->erase(*folder, slots[gone]);
       if (!result.ok()) break;
@@ -190,8 +200,9 @@ void CQuilletView::onSave() {
   if (slots.empty() || !folder) return;
   const std::string path = askForTextFile(GetAncestor(handle(), GA_ROOT));
   if (path.empty()) return;
+  const bool existed = GetFileAttributesW(framework::toWide(path).c_str()) != INVALID_FILE_ATTRIBUTES;
   if (report(folders_->saveText(path, *folder, slots), IDS_CANNOT_SAVE))
-    showResult(IDS_SAVED, {std::to_string(slots.size()), path});
+    showResult(existed ? IDS_ADDED : IDS_SAVED, {std::to_string(slots.size()), path});
 }
 
 // With drawing on, selecting very many rows takes seconds.
@@ -200,8 +211,11 @@ void CQuilletView::onSelectAll() {
   ListView_SetItemState(handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
 }
 
-void CQuilletView::showStatus(UINT pattern, std::initializer_list<std::string_view> values) const {
-  pane_->showStatus(framework::formatText(loadString(pattern), values));
+// Without memory for the text the deleting goes on, and its end is told.
+void CQuilletView::showDeleting(std::size_t number, std::size_t count) const try {
+  pane_->showStatus(
+      framework::formatText(loadString(IDS_DELETING), {std::to_string(number), std::to_string(count)}));
+} catch (const std::bad_alloc&) {
 }
 
 void CQuilletView::showResult(UINT pattern, std::initializer_list<std::string_view> values) const {

@@ -44,6 +44,10 @@ TEST_F(Filing, DeletesWhatIsSelectedAndConsentedTo) {
   const std::string before = folder_.read(pInbox);
   app_.with(pInbox, {0}, ID_DELETE, {shows({IDC_DELETE_QUESTION}, "Delete?"), end(IDCANCEL)});
   app_.with(pInbox, {0}, ID_DELETE_ALL, {shows({IDC_DELETE_QUESTION}, "Delete All?"), press(IDCANCEL)});
+  const Step stop = [this](HWND dialog) {
+    PostMessageW(app_.list(), WM_KEYDOWN, VK_ESCAPE, 0), EndDialog(dialog, IDOK);
+  };
+  EXPECT_TRUE(app_.with(pInbox, {0, 1}, ID_DELETE, {stop}).ends_with(" | 0 message(s) deleted."));
   EXPECT_EQ(folder_.read(pInbox), before);
   EXPECT_EQ(app_.with(pInbox, {1, 3}, ID_DELETE, {press(IDOK)}),
             "3 0 3 1 0: delta,alpha,echo | 2 message(s) deleted.");
@@ -103,6 +107,7 @@ TEST_F(Filing, SavingAppendsTheSelectedFromTheLastRowUp) {
   app_.with(pInbox, {0, 2, 4}, ID_SAVE, {name});
   EXPECT_EQ(app_.status(), "3 message(s) saved in " + folder_.name() + "saved.txt.");
   app_.with(pInbox, {1}, ID_SAVE, {name, end(IDYES)});  // behind what is there
+  EXPECT_EQ(app_.status(), "1 message(s) added to " + folder_.name() + "saved.txt.");
   const auto held = folder_.hold("saved.txt");
   app_.command(ID_SAVE, {name, end(IDYES), answer("saved.txt")});
   app_.command(ID_SAVE, {end(IDCANCEL)});
