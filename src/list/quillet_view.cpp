@@ -21,6 +21,7 @@ const framework::MessageMap* CQuilletView::messageMap() const {
       framework::onSize<&CQuilletView::onSized>(),
       framework::onReflected<&CQuilletView::onGetDispInfo, NMLVDISPINFOW>(LVN_GETDISPINFOW),
       framework::onReflected<&CQuilletView::onFindItem, NMLVFINDITEMW>(LVN_ODFINDITEMW),
+      framework::onNotify<&CQuilletView::onHeadingChanged, NMHEADERW>(HDN_ITEMCHANGEDW),
       framework::onReflected<&CQuilletView::onColumnClick, NMLISTVIEW>(LVN_COLUMNCLICK),
       framework::onReflected<&CQuilletView::onBeginDrag, NMLISTVIEW>(LVN_BEGINDRAG),
       framework::onMouse<&CQuilletView::onMouseMove>(WM_MOUSEMOVE),
@@ -130,8 +131,16 @@ void CQuilletView::layOutColumns(int paneWidth) {
     setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
 }
 
+// Some list controls move only part of what they show when a column or the pane gets another size, and draw
+// the new texts over old ones.
+void CQuilletView::onHeadingChanged(NMHEADERW&) {
+  defaultProcessing();
+  InvalidateRect(handle(), nullptr, TRUE);
+}
+
 void CQuilletView::onSized(int width, int) {
   defaultProcessing();
+  InvalidateRect(handle(), nullptr, TRUE);
   RECT pane{};
   GetWindowRect(handle(), &pane);
   const int paneWidth = static_cast<int>(pane.right - pane.left);

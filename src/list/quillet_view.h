@@ -68,6 +68,7 @@ class CQuilletView : public framework::CListView {
   LRESULT onColumnClick(NMLISTVIEW& click);
   LRESULT onOpen(NMHDR& header);
   void layOutColumns(int paneWidth);
+  void onHeadingChanged(NMHEADERW& change);
   void onSized(int width, int height);
 
   LRESULT onBeginDrag(NMLISTVIEW& drag);
