@@ -13,12 +13,15 @@ namespace {
 
 constexpr COLORREF ground = RGB(212, 222, 234);
 constexpr COLORREF ink = RGB(11, 79, 149);
+constexpr int spare = 8;  // pixels: what the control keeps free beside a text, and a space
 
 }  // namespace
 
 const framework::MessageMap* CQuilletView::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onSize<&CQuilletView::onSized>(),
+      framework::onPlain<&CQuilletView::onPaint>(WM_PAINT),
+      framework::onNotify<&CQuilletView::onTip, NMTTDISPINFOW>(TTN_GETDISPINFOW),
       framework::onReflected<&CQuilletView::onGetDispInfo, NMLVDISPINFOW>(LVN_GETDISPINFOW),
       framework::onReflected<&CQuilletView::onFindItem, NMLVFINDITEMW>(LVN_ODFINDITEMW),
       framework::onNotify<&CQuilletView::onHeadingChanged, NMHEADERW>(HDN_ITEMCHANGEDW),
@@ -41,7 +44,8 @@ void CQuilletView::preCreateWindow(CREATESTRUCTW& c) {
 }
 
 void CQuilletView::onInitialUpdate() {
-  ListView_SetExtendedListViewStyle(handle(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  ListView_SetExtendedListViewStyle(handle(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+  createTip();
   ListView_SetBkColor(handle(), ground);
   ListView_SetTextBkColor(handle(), ground);
   ListView_SetTextColor(handle(), ink);
@@ -94,9 +98,23 @@ LRESULT CQuilletView::onGetDispInfo(NMLVDISPINFOW& asked) {
   LVITEMW& item = asked.item;
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return 0;
   item.pszText[0] = L'\0';  // for when there is no memory for the text
-  const std::wstring text = framework::toWide(cellText(item.iItem, item.iSubItem));
+  std::wstring text = framework::toWide(cellText(item.iItem, item.iSubItem));
+  if (painting_ && item.iSubItem == timeColumn) {
+    // A column without width still paints at its edge, and a text at the right end can lose its last pixels.
+    const int width = ListView_GetColumnWidth(handle(), timeColumn);
+    if (width == 0)
+      text.clear();
+    else if (ListView_GetStringWidth(handle(), text.c_str()) + spare <= width)
+      text += L' ';
+  }
   item.pszText[text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1)] = L'\0';
   return 0;
+}
+
+void CQuilletView::onPaint() {
+  painting_ = true;
+  defaultProcessing();
+  painting_ = false;
 }
 
 // Type-ahead: the next row, from the start again behind the last, whose content begins with what was typed.

@@ -43,6 +43,7 @@ class CQuilletView : public framework::CListView {
   void setTimeColumnShown(bool shown);
 
   void onInitialUpdate() override;
+  bool preTranslateMessage(MSG& message) override;
 
  protected:
   void preCreateWindow(CREATESTRUCTW& c) override;
@@ -56,6 +57,10 @@ class CQuilletView : public framework::CListView {
   std::string slotText(std::size_t slot, int column) const;
   LRESULT onGetDispInfo(NMLVDISPINFOW& asked);
   LRESULT onFindItem(NMLVFINDITEMW& sought);
+  void onPaint();
+
+  void createTip();
+  void onTip(NMTTDISPINFOW& asked);
 
   void onSave();
   void onDelete();
@@ -92,8 +97,12 @@ class CQuilletView : public framework::CListView {
   std::function<void(int slot)> open_;
   std::optional<store::Folder> shown_;
   std::vector<std::size_t> order_;  // of the rows: the slots of the shown table
-  int paneWidth_ = 0;               // the whole pane's, at the last size event that laid out the columns
-  bool folderColumns_ = false;      // the columns have widths of their own since then
+  bool painting_ = false;
+  HWND tip_ = nullptr;          // of the row under the pointer; goes with the frame
+  int tipRow_ = -1;             // -1 = none
+  std::wstring tipText_;        // what the tip has been told to show
+  int paneWidth_ = 0;           // the whole pane's, at the last size event that laid out the columns
+  bool folderColumns_ = false;  // the columns have widths of their own since then
 };
 
 }  // namespace list

@@ -55,6 +55,15 @@ TEST_F(Folders, FillTheListAndGiveItTheirColumnsAfterAClick) {
   EXPECT_EQ(app_.look() + offered(), "1 2 1 2 3: 000");
 }
 
+TEST_F(Folders, TellTheWholeMessageInATip) {
+  app_.show(pInbox);
+  PostMessageW(app_.list(), WM_MOUSEMOVE, 0, MAKELPARAM(20, 30));
+  app_.settle();
+  NMTTDISPINFOW asked{.hdr = {.code = TTN_GETDISPINFOW}};
+  SendMessageW(app_.list(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
+  EXPECT_STREQ(asked.lpszText, L"pc in\r\n7\r\n2005/01/02  09:05:07");
+}
+
 TEST_F(Folders, OnPlatform98GoByTheTextOfThePath) {
   store::folderState().windows98Mode = true;
   store::folderState().lastSelectedItem = nullptr;
