@@ -66,11 +66,12 @@ bool AddressBookDialog::onInitDialog() {
 }
 
 void AddressBookDialog::setUpColumns() {
-  phonebook_.insertColumn(nameColumn, loadString(IDS_NAME), LVCFMT_LEFT, 100);
-  phonebook_.insertColumn(numberColumn, loadString(IDS_PHONE), LVCFMT_LEFT, 200);
+  const auto width = [this](int pixels) { return framework::scaledPixels(handle(), pixels); };
+  phonebook_.insertColumn(nameColumn, loadString(IDS_NAME), LVCFMT_LEFT, width(100));
+  phonebook_.insertColumn(numberColumn, loadString(IDS_PHONE), LVCFMT_LEFT, width(200));
   // What is inserted as the first column of a list is never centred; what becomes the first one may be.
   chosen_.insertColumn(0, "", LVCFMT_LEFT, 0);
-  chosen_.insertColumn(1, loadString(IDS_PHONE), LVCFMT_CENTER, 300, 0);
+  chosen_.insertColumn(1, loadString(IDS_PHONE), LVCFMT_CENTER, width(300), 0);
   chosen_.deleteColumn(0);
 }
 

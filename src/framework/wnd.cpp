@@ -192,6 +192,13 @@ std::string windowText(HWND window) {
   return toUtf8(windowWideText(window));
 }
 
+int scaledPixels(HWND window, int pixels) {
+  const HDC dc = GetDC(window);
+  const int scaled = MulDiv(pixels, GetDeviceCaps(dc, LOGPIXELSY), USER_DEFAULT_SCREEN_DPI);
+  ReleaseDC(window, dc);
+  return scaled;
+}
+
 CreationScope::CreationScope(CWnd& window)
     : hook_(SetWindowsHookExW(WH_CBT, hookProc, nullptr, GetCurrentThreadId())),
       former_(frameworkState().awaitingWindow) {

@@ -10,6 +10,7 @@ inline constexpr int phoneColumn = 1;
 inline constexpr int timeColumn = 2;
 inline constexpr int columnCount = 3;
 
+// At 96 dpi.
 inline constexpr int phoneWidth = 200;  // of a phone column that was given a new heading
 inline constexpr int timeWidth = 100;   // of a time column that is shown again
 

@@ -136,11 +136,11 @@ LRESULT CQuilletView::onFindItem(NMLVFINDITEMW& sought) {
 void CQuilletView::setPhoneHeading(std::string_view heading) {
   folderColumns_ = true;
   deleteColumn(phoneColumn);
-  insertColumn(phoneColumn, heading, LVCFMT_LEFT, phoneWidth, -1);
+  insertColumn(phoneColumn, heading, LVCFMT_LEFT, framework::scaledPixels(handle(), phoneWidth), -1);
 }
 
 void CQuilletView::setTimeColumnShown(bool shown) {
-  setColumnWidth(timeColumn, shown ? timeWidth : 0);
+  setColumnWidth(timeColumn, shown ? framework::scaledPixels(handle(), timeWidth) : 0);
 }
 
 void CQuilletView::layOutColumns(int paneWidth) {

@@ -8,6 +8,58 @@
 #include "skin/skin_state.h"
 
 namespace skin {
+namespace {
+
+// What a dialog stands over, its owner or else the work area, and the work area of the monitor.
+struct Surroundings {
+  RECT owner;
+  RECT work;
+};
+
+Surroundings surroundingsOf(HWND dialog) {
+  const HWND owner = GetWindow(dialog, GW_OWNER);
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(owner ? owner : dialog, MONITOR_DEFAULTTONEAREST), &monitor);
+  Surroundings around{monitor.rcWork, monitor.rcWork};
+  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around.owner);
+  return around;
+}
+
+void moveTo(HWND window, const RECT& place) {
+  MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
+}
+
+// Gives the dialog this size, over the middle of its owner and inside the work area.
+void centre(HWND dialog, const RECT& size) {
+  const auto [owner, work] = surroundingsOf(dialog);
+  const auto centred = [](LONG from, LONG to, LONG length, LONG least, LONG most) {
+    // The title stays within reach even when the dialog is larger than the screen.
+    return std::max(std::min((from + to - length) / 2, most - length), least);
+  };
+  const LONG width = size.right - size.left;
+  const LONG height = size.bottom - size.top;
+  const LONG left = centred(owner.left, owner.right, width, work.left, work.right);
+  const LONG top = centred(owner.top, owner.bottom, height, work.top, work.bottom);
+  moveTo(dialog, {left, top, left + width, top + height});
+}
+
+bool contains(const RECT& outer, const RECT& inner) {
+  RECT shared{};
+  return IntersectRect(&shared, &outer, &inner) && EqualRect(&shared, &inner);
+}
+
+// A layout file cannot know where the owner stands: its place counts only where it lies inside the owner and
+// the work area, its size always.
+void moveDialog(HWND dialog, const RECT& place) {
+  const auto [owner, work] = surroundingsOf(dialog);
+  if (contains(owner, place) && contains(work, place))
+    moveTo(dialog, place);
+  else
+    centre(dialog, place);
+}
+
+}  // namespace
 
 const framework::MessageMap* CSkinDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
@@ -22,21 +74,7 @@ const framework::MessageMap* CSkinDialog::messageMap() const {
 bool CSkinDialog::onInitDialog() {
   RECT own{};
   GetWindowRect(handle(), &own);
-  const HWND owner = GetWindow(handle(), GW_OWNER);
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(owner ? owner : handle(), MONITOR_DEFAULTTONEAREST), &monitor);
-  const RECT& work = monitor.rcWork;
-  RECT around = work;
-  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
-
-  const auto centred = [](LONG from, LONG to, LONG size, LONG least, LONG most) {
-    // The title stays within reach even when the dialog is larger than the screen.
-    return std::max(std::min((from + to - size) / 2, most - size), least);
-  };
-  const LONG left = centred(around.left, around.right, own.right - own.left, work.left, work.right);
-  const LONG top = centred(around.top, around.bottom, own.bottom - own.top, work.top, work.bottom);
-  SetWindowPos(handle(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  centre(handle(), own);
   return true;
 }
 
@@ -59,8 +97,12 @@ void CSkinDialog::placeControls(std::string_view section, std::span<const Contro
   for (const auto& [key, control] : places) {
     RECT place{};
     if (!zl_GetSettingRect(section, key, file, place)) continue;
-    const HWND window = control == theDialog ? handle() : item(control);
-    MoveWindow(window, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
+    for (LONG* const edge : {&place.left, &place.top, &place.right, &place.bottom})
+      *edge = framework::scaledPixels(handle(), *edge);
+    if (control == theDialog)
+      moveDialog(handle(), place);
+    else
+      moveTo(item(control), place);
   }
 }
 

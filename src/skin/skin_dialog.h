@@ -35,15 +35,16 @@ class CSkinDialog : public framework::CDialog {
   using CDialog::CDialog;
 
  protected:
-  // Centres the dialog on its owner, or on the screen when it has none.
+  // Centres the dialog on its owner, or on the screen when it has none, inside the screen's work area.
   bool onInitDialog() override;
   const framework::MessageMap* messageMap() const override;
 
   // Takes over the buttons that have not been taken over yet; gives all of them, in this order, the skin's
   // image and font. Without an image key they keep the default look and font.
   void skinButtons(std::initializer_list<SkinnedButton> buttons);
-  // Moves what has a rectangle in the section (pixels of the client area, of the screen for the dialog);
-  // the rest stays where the resource puts it.
+  // Moves what has a rectangle in the section (pixels of the client area, of the screen for the dialog, all
+  // at 96 dpi); the rest stays where the resource puts it. The dialog takes the size of its rectangle, and
+  // the place where that lies inside its owner and the work area.
   void placeControls(std::string_view section, std::span<const ControlPlace> places);
   void setTexts(std::span<const ControlText> texts);
 

@@ -52,7 +52,7 @@ TEST_F(Controls, AButtonShowsItsStateAndHandsTheFocusOn) {
 
 TEST_F(Controls, ADialogStandsWhereTheLayoutFileSays) {
   folder_.write("Skin/Default/SMS/skin.ini", "[Probe]\r\nTextRect=10,20,110,45\r\nDlgRect=30,40,330,240\r\n");
-  probe_.show([](HWND dialog) {
+  const Step stands = [](HWND dialog) {
     const HWND text = item(dialog, IDC_SAVE_QUESTION);
     SetWindowTextW(text, L"Words");
     RECT at{}, inner{};
@@ -60,6 +60,17 @@ TEST_F(Controls, ADialogStandsWhereTheLayoutFileSays) {
     GetClientRect(text, &inner);
     EXPECT_EQ((Rows{at.left, at.top, at.right, at.bottom, inner.right}), (Rows{30, 40, 330, 240, 100}));
     EXPECT_TRUE(pictureOf(dialog)[0] == ground && contains(pictureOf(text), ink));
+  };
+  probe_.show(stands);
+  // Off the screen it keeps its size only.
+  folder_.write("Skin/Default/SMS/skin.ini", "[Probe]\r\nDlgRect=-300,40,0,240\r\n");
+  probe_.show([](HWND dialog) {
+    RECT at{}, work{};
+    GetWindowRect(dialog, &at);
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    EXPECT_EQ(
+        (Rows{at.left, at.top, at.right, at.bottom}),
+        (Rows{work.right / 2 - 150, work.bottom / 2 - 100, work.right / 2 + 150, work.bottom / 2 + 100}));
   });
 }
 
