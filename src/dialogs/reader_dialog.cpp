@@ -2,6 +2,10 @@
 
 #include <richedit.h>
 
+#include <string>
+#include <string_view>
+
+#include "framework/linked_font.h"
 #include "framework/text.h"
 #include "resources/resource_ids.h"
 #include "store/time_stamp.h"
@@ -16,6 +20,17 @@ constexpr skin::ControlPlace places[] = {
     {"PrevRect", IDC_PREVIOUS},         {"NextRect", IDC_NEXT},
     {"DlgRect", skin::theDialog},
 };
+
+// Unlike the list, the control draws with one font only, and that of the dialog has few scripts.
+void showInFullFont(HWND control, std::wstring_view text) {
+  const auto font = reinterpret_cast<HFONT>(SendMessageW(GetParent(control), WM_GETFONT, 0, 0));
+  CHARFORMATW format{};
+  format.cbSize = sizeof format;
+  format.dwMask = CFM_FACE | CFM_CHARSET;
+  format.bCharSet = DEFAULT_CHARSET;
+  lstrcpynW(format.szFaceName, framework::faceFor(font, text).c_str(), LF_FACESIZE);
+  SendMessageW(control, EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+}
 
 }  // namespace
 
@@ -90,7 +105,9 @@ void ReaderDialog::onNext() {
 void ReaderDialog::showRecord() {
   const auto slot = static_cast<std::size_t>(position_.position());
   if (slot >= records_.size()) return;
-  setItemText(IDC_READER_CONTENT, records_[slot].Content);
+  const std::wstring content = framework::toWide(records_[slot].Content);
+  SetWindowTextW(item(IDC_READER_CONTENT), content.c_str());
+  showInFullFont(item(IDC_READER_CONTENT), content);
   combo(CB_SETCURSEL, slot);
   setItemText(IDC_READER_TIME, store::displayTime(records_[slot].Time));
 }

@@ -13,6 +13,7 @@ namespace framework {
 
 struct Release {
   void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
+  void operator()(HDC memory) const { DeleteDC(memory); }
   void operator()(HFONT font) const { DeleteObject(font); }
   void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
   void operator()(HMODULE module) const { FreeLibrary(module); }
@@ -23,6 +24,7 @@ template <class Handle>
 using Unique = std::unique_ptr<std::remove_pointer_t<Handle>, Release>;
 
 using UniqueBitmap = Unique<HBITMAP>;
+using UniqueMemoryDc = Unique<HDC>;
 using UniqueFont = Unique<HFONT>;
 using UniqueImageList = Unique<HIMAGELIST>;
 using UniqueModule = Unique<HMODULE>;

@@ -1,7 +1,6 @@
 #include "skin/button_ex.h"
 
 #include <algorithm>
-#include <type_traits>
 
 #include "framework/text.h"
 #include "skin/image.h"
@@ -15,11 +14,6 @@ constexpr std::uint8_t italicStyle = 2;
 constexpr std::uint8_t underlinedStyle = 4;
 constexpr int ringRoom = 4;       // pixels at each side that a long text leaves to the rings
 constexpr int largestFont = 200;  // points; a layout file may say anything
-
-struct DeleteDc {
-  void operator()(HDC dc) const { DeleteDC(dc); }
-};
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteDc>;
 
 std::uint32_t rgbOf(COLORREF colour) {
   return std::uint32_t{GetRValue(colour)} << 16 | std::uint32_t{GetGValue(colour)} << 8 | GetBValue(colour);
@@ -131,7 +125,7 @@ void CButtonEx::draw(HDC target, const RECT& place) const {
   const int height = static_cast<int>(place.bottom - place.top);
   const framework::UniqueBitmap face = bitmapOf(
       drawButtonFace(image_, width, height, now, {rgbOf(skin.dialogBackground), rgbOf(skin.dialogText)}));
-  const MemoryDc memory(CreateCompatibleDC(target));
+  const framework::UniqueMemoryDc memory(CreateCompatibleDC(target));
   if (!face || !memory) return;
   const HGDIOBJ former = SelectObject(memory.get(), face.get());
   drawCaption(memory.get(), {0, 0, width, height}, now);
