@@ -49,8 +49,10 @@ bool AddressBookDialog::onInitDialog() {
   phonebook_.setPickedList(chosen_);
   setUpColumns();
   constexpr skin::ControlText texts[] = {
-      {IDC_ADD_CONTACT, IDS_ADD_CONTACT}, {IDC_REMOVE_CONTACT, IDS_REMOVE_CONTACT}, {IDC_ADDRESS_OK, IDS_OK},
-      {IDC_ADDRESS_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_CONTACTS},
+      {IDC_ADD_CONTACT, IDS_ADD_CONTACT}, {IDC_REMOVE_CONTACT, IDS_REMOVE_CONTACT},
+      {IDC_ADDRESS_OK, IDS_OK},           {IDC_ADDRESS_CANCEL, IDS_CANCEL},
+      {skin::theDialog, IDS_CONTACTS},    {IDC_PHONEBOOK, IDS_CONTACTS},
+      {IDC_CHOSEN, IDS_CHOSEN_NUMBERS},
   };
   setTexts(texts);
   skinButtons({{add_, IDC_ADD_CONTACT},

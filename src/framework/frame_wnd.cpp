@@ -135,6 +135,7 @@ void CFrameWnd::focusNextPane() {
   const auto& views = document_->views();
   const auto found = std::find(views.begin(), views.end(), activeView());
   if (views.empty()) return;
+  send(WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS));  // keys want to see where they act
   const bool last = found == views.end() || found + 1 == views.end();
   SetFocus((last ? views.front() : *(found + 1))->handle());
 }

@@ -4,6 +4,25 @@
 
 namespace framework {
 
+const MessageMap* CListView::messageMap() const {
+  static constexpr MessageEntry entries[] = {
+      onPlain<&CListView::onSetFocus>(WM_SETFOCUS),
+  };
+  static const MessageMap map{entries, CView::messageMap()};
+  return &map;
+}
+
+LRESULT CListView::onSetFocus() {
+  const LRESULT result = defaultProcessing();
+  focusSomeRow(handle());
+  return result;
+}
+
+void focusSomeRow(HWND list) {
+  if (ListView_GetNextItem(list, -1, LVNI_FOCUSED) >= 0) return;
+  ListView_SetItemState(list, ListView_GetTopIndex(list), LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
 void CListView::insertColumn(int column, std::string_view heading, int alignment, int width, int subItem) {
   std::wstring wide = toWide(heading);
   LVCOLUMNW insert{};

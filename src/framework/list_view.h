@@ -14,6 +14,10 @@ namespace framework {
 // The text of a cell of any list control, whatever its length.
 std::string listItemText(HWND list, int row, int column);
 
+// For a list that gets the keys: unless a row has the focus, the first one in sight gets it, so that it shows
+// where the keys act.
+void focusSomeRow(HWND list);
+
 // A view that is a list control. Texts are UTF-8.
 class CListView : public CView {
  public:
@@ -28,7 +32,11 @@ class CListView : public CView {
   int nextSelected(int row) const { return ListView_GetNextItem(handle(), row, LVNI_SELECTED); }
 
  protected:
+  const MessageMap* messageMap() const override;
   void preCreateWindow(CREATESTRUCTW& c) override { c.lpszClass = WC_LISTVIEWW; }
+
+ private:
+  LRESULT onSetFocus();
 };
 
 }  // namespace framework

@@ -44,6 +44,7 @@ void CQuilletView::preCreateWindow(CREATESTRUCTW& c) {
 }
 
 void CQuilletView::onInitialUpdate() {
+  setText(framework::loadString(IDS_MESSAGES));
   ListView_SetExtendedListViewStyle(handle(), LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   createTip();
   ListView_SetBkColor(handle(), ground);

@@ -92,6 +92,11 @@
 #define IDS_DELETE_QUESTION 61491
 #define IDS_SENDER 61492
 
+// What the panes and dialogs say besides
+#define IDS_FOLDERS 62060
+#define IDS_MESSAGES 62061
+#define IDS_CHOSEN_NUMBERS 62062
+
 // Status bar and file problems
 #define IDS_READY 62000
 #define IDS_READING 62001

@@ -113,6 +113,7 @@ class CCustomListCtrl : public framework::CWnd {
   LRESULT onDestroy();
   LRESULT onHeaderClick(NMHEADERW& click);
   LRESULT onColumnChange(NMHDR&);
+  LRESULT onSetFocus();
   LRESULT onScroll();
   LRESULT onCustomDraw(NMLVCUSTOMDRAW& draw);
   template <UINT Message>

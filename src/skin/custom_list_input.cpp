@@ -1,6 +1,7 @@
 // What the user does with the list, and how it is drawn: the handlers of CCustomListCtrl.
 #include <algorithm>
 
+#include "framework/list_view.h"
 #include "skin/custom_list_ctrl.h"
 
 namespace skin {
@@ -24,6 +25,7 @@ const framework::MessageMap* CCustomListCtrl::messageMap() const {
       onPlain<&List::onDestroy>(WM_DESTROY),
       onNotify<&List::onHeaderClick, NMHEADERW>(HDN_ITEMCLICKW),
       onNotify<&List::onColumnChange>(HDN_ITEMCHANGINGW),
+      onPlain<&List::onSetFocus>(WM_SETFOCUS),
       onPlain<&List::onScroll>(WM_HSCROLL),
       onPlain<&List::onScroll>(WM_VSCROLL),
       onPlain<&List::onScroll>(WM_MOUSEWHEEL),
@@ -89,6 +91,12 @@ LRESULT CCustomListCtrl::onColumnChange(NMHDR&) {
 LRESULT CCustomListCtrl::onScroll() {
   endEdit(true);
   return defaultProcessing();
+}
+
+LRESULT CCustomListCtrl::onSetFocus() {
+  const LRESULT result = defaultProcessing();
+  framework::focusSomeRow(handle());
+  return result;
 }
 
 LRESULT CCustomListCtrl::onCustomDraw(NMLVCUSTOMDRAW& draw) {

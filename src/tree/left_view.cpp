@@ -49,6 +49,7 @@ void CLeftView::preCreateWindow(CREATESTRUCTW& c) {
 
 bool CLeftView::onCreated(const CREATESTRUCTW&) {
   if (defaultProcessing() == -1) return false;
+  setText(framework::loadString(IDS_FOLDERS));
   gdiplus_.emplace();
   loadImages();
   // The places of the items are relied upon by findItems. The groups' images stand before those of the
