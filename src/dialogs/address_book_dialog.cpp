@@ -1,5 +1,6 @@
 #include "dialogs/address_book_dialog.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,12 +9,14 @@
 #include "dialogs/recipients.h"
 #include "framework/input_lock.h"
 #include "framework/resources.h"
+#include "framework/text.h"
 #include "framework/wait_cursor.h"
 #include "resources/resource_ids.h"
 
 namespace dialogs {
 namespace {
 
+using framework::formatText;
 using framework::loadString;
 
 constexpr int nameColumn = 0;
@@ -33,6 +36,7 @@ AddressBookDialog::AddressBookDialog(phonelink::PhoneLink& link, std::string rec
 
 const framework::MessageMap* AddressBookDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
+      framework::onNotify<&AddressBookDialog::onChosenKey, NMLVKEYDOWN>(LVN_KEYDOWN, IDC_CHOSEN),
       framework::onControl<&AddressBookDialog::onAdd>(BN_CLICKED, IDC_ADD_CONTACT),
       framework::onControl<&AddressBookDialog::onRemove>(BN_CLICKED, IDC_REMOVE_CONTACT),
       framework::onControl<&AddressBookDialog::onOk>(BN_CLICKED, IDC_ADDRESS_OK),
@@ -46,7 +50,7 @@ bool AddressBookDialog::onInitDialog() {
   CSkinDialog::onInitDialog();
   phonebook_.subclass(handle(), IDC_PHONEBOOK);
   chosen_.subclass(handle(), IDC_CHOSEN);
-  phonebook_.setPickedList(chosen_);
+  phonebook_.setPickHandler([this](int row) { choose(std::span(&row, 1)); });
   setUpColumns();
   constexpr skin::ControlText texts[] = {
       {IDC_ADD_CONTACT, IDS_ADD_CONTACT}, {IDC_REMOVE_CONTACT, IDS_REMOVE_CONTACT},
@@ -62,6 +66,7 @@ bool AddressBookDialog::onInitDialog() {
   placeControls("Address Dlg", places);
   showPhonebook();
   phonebook_.addExtendedStyle(LVS_EX_FULLROWSELECT);
+  chosen_.addExtendedStyle(LVS_EX_FULLROWSELECT);
   for (const std::string& number : splitRecipients(receivers_))
     chosen_.insertItem(chosen_.itemCount(), number);
   return true;
@@ -95,14 +100,31 @@ void AddressBookDialog::onAdd() {
   std::vector<int> rows;
   for (int row = -1; (row = phonebook_.nextSelected(row)) >= 0;) rows.push_back(row);
   // From the bottom up, as messages are filed, too.
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    const std::string number = phonebook_.itemText(*row, numberColumn);
-    if (isSingleNumber(number)) chosen_.appendIfMissing(number);
+  std::ranges::reverse(rows);
+  choose(rows);
+}
+
+void AddressBookDialog::choose(std::span<const int> rows) {
+  std::vector<std::string> numbers;
+  std::string refused;
+  for (const int row : rows) {
+    std::string number = phonebook_.itemText(row, numberColumn);
+    if (isSingleNumber(number))
+      numbers.push_back(std::move(number));
+    else
+      refused = formatText(loadString(IDS_NUMBER_REFUSED), {number});
   }
+  chosen_.appendMissing(numbers);
+  setItemText(IDC_ADDRESS_NOTE, refused);
+  if (!refused.empty()) MessageBeep(MB_ICONWARNING);
 }
 
 void AddressBookDialog::onRemove() {
   chosen_.deleteItems(skin::CCustomListCtrl::selected);
+}
+
+void AddressBookDialog::onChosenKey(NMLVKEYDOWN& key) {
+  if (key.wVKey == VK_DELETE) onRemove();
 }
 
 void AddressBookDialog::onOk() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "phonelink/phone_link.h"
@@ -24,11 +25,14 @@ class AddressBookDialog : public skin::CSkinDialog {
   void showPhonebook();
   void onAdd();
   void onRemove();
+  void onChosenKey(NMLVKEYDOWN& key);
+  // The numbers of these rows of the phonebook are chosen; says why one cannot be.
+  void choose(std::span<const int> rows);
   void onCancelButton() { onCancel(); }
 
   phonelink::PhoneLink& link_;
   std::string receivers_;
-  skin::CCustomListCtrl chosen_;
+  skin::CContactList chosen_;
   skin::CContactList phonebook_;
   skin::CButtonEx add_;
   skin::CButtonEx remove_;

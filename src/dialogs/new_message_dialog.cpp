@@ -35,6 +35,7 @@ constexpr skin::ControlPlace places[] = {
     {"ContentRect", IDC_CONTENT_LABEL},
     {"ReceiverRect", IDC_RECEIVER_LABEL},
     {"CountRect", IDC_COUNTER},
+    {"NumbersRect", IDC_RECEIVER_COUNT},
     {"DlgRect", skin::theDialog},
 };
 
@@ -52,6 +53,7 @@ NewMessageDialog::NewMessageDialog(ComposeServices services)
 const framework::MessageMap* NewMessageDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onControl<&NewMessageDialog::countContent>(EN_CHANGE, IDC_MESSAGE_CONTENT),
+      framework::onControl<&NewMessageDialog::onReceiversChanged>(EN_CHANGE, IDC_RECEIVERS),
       framework::onControl<&NewMessageDialog::onContact>(BN_CLICKED, IDC_CONTACT),
       framework::onControl<&NewMessageDialog::onSend>(BN_CLICKED, IDC_SEND),
       framework::onControl<&NewMessageDialog::onCancel>(BN_CLICKED, IDC_MESSAGE_CANCEL),
@@ -101,6 +103,13 @@ bool NewMessageDialog::countContent() {
 
 std::string NewMessageDialog::content() const {
   return text::utf8FromUtf16(text::withoutHalves(unitsOf(framework::windowWideText(content_.handle()))));
+}
+
+// The field shows only a few of many numbers.
+void NewMessageDialog::onReceiversChanged() {
+  const auto count = std::ranges::count_if(splitRecipients(receivers_.text()), hasDigit);
+  setItemText(IDC_RECEIVER_COUNT,
+              count > 0 ? formatText(loadString(IDS_RECEIVER_COUNT), {std::to_string(count)}) : "");
 }
 
 void NewMessageDialog::showProgress(Outgoing::Step step, std::size_t index, std::size_t total,

@@ -27,6 +27,7 @@ class NewMessageDialog : public skin::CSkinDialog {
   // Shows how much of a message the text takes up; false when some of it had to be cut off.
   bool countContent();
   std::string content() const;
+  void onReceiversChanged();
   void onSend();
   void onContact();
 

@@ -3,7 +3,6 @@
 namespace skin {
 namespace {
 
-constexpr int numberColumn = 1;
 constexpr int everyRow = -1;
 
 }  // namespace
@@ -31,10 +30,7 @@ LRESULT CContactList::onKeyDown(UINT key) {
 
 LRESULT CContactList::onDoubleClick(NMHDR&) {
   const int row = nextSelected(-1);
-  if (row < 0 || !picked_) return 0;
-  const std::string number = itemText(row, numberColumn);
-  // A number with a separator in it would be two.
-  if (number.find(';') == std::string::npos) picked_->appendIfMissing(number);
+  if (row >= 0 && pick_) pick_(row);
   return 0;
 }
 

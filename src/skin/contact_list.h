@@ -1,15 +1,18 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "skin/custom_list_ctrl.h"
 
 namespace skin {
 
-// The list of contacts to pick numbers from: Ctrl+A selects all of them, a double click puts the first
-// selected one's number, its second column, into another list.
+// A list of contacts or of their numbers: Ctrl+A selects all of them, a double click picks the first selected
+// one.
 class CContactList : public CCustomListCtrl {
  public:
-  // The list that takes the numbers, each once; it must outlive this one's window.
-  void setPickedList(CCustomListCtrl& picked) { picked_ = &picked; }
+  // What is done with the row that a double click picks; without it nothing is.
+  void setPickHandler(std::function<void(int row)> pick) { pick_ = std::move(pick); }
 
  protected:
   const framework::MessageMap* messageMap() const override;
@@ -19,7 +22,7 @@ class CContactList : public CCustomListCtrl {
   LRESULT onKeyDown(UINT key);
   LRESULT onDoubleClick(NMHDR&);
 
-  CCustomListCtrl* picked_ = nullptr;
+  std::function<void(int row)> pick_;
 };
 
 }  // namespace skin

@@ -1,5 +1,6 @@
 #include "skin/custom_list_ctrl.h"
 
+#include <unordered_set>
 #include <vector>
 
 #include "framework/list_view.h"
@@ -12,8 +13,11 @@ namespace {
 
 using framework::toWide;
 
-// A text longer than this is not compared whole by the list's own search.
-constexpr std::size_t longestSearchedText = 258;
+std::wstring lowered(std::string_view text) {
+  std::wstring wide = toWide(text);
+  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return wide;
+}
 
 int CALLBACK compareRanks(LPARAM a, LPARAM b, LPARAM) {
   return reinterpret_cast<const RowRecord*>(a)->rank < reinterpret_cast<const RowRecord*>(b)->rank ? -1 : 1;
@@ -72,8 +76,13 @@ int CCustomListCtrl::insertItem(int row, std::string_view text, LPARAM data) {
   return inserted;
 }
 
-bool CCustomListCtrl::appendIfMissing(std::string_view text) {
-  return findItem(text) < 0 && insertItem(itemCount(), text) >= 0;
+// The texts are gathered once: the list's own search would go through its rows for each of them.
+void CCustomListCtrl::appendMissing(std::span<const std::string> texts) {
+  const framework::CRedrawLock lock(*this);
+  std::unordered_set<std::wstring> held;
+  for (int row = 0; row < itemCount(); ++row) held.insert(lowered(itemText(row, 0)));
+  for (const std::string& text : texts)
+    if (held.insert(lowered(text)).second) insertItem(itemCount(), text);
 }
 
 bool CCustomListCtrl::setItemText(int row, int column, std::string_view text) {
@@ -102,19 +111,6 @@ bool CCustomListCtrl::setItemData(int row, LPARAM data) {
   RowRecord* const record = recordOf(row);
   if (record) record->value = data;
   return record != nullptr;
-}
-
-int CCustomListCtrl::findItem(std::string_view text) const {
-  std::wstring wide = toWide(text);
-  if (wide.size() <= longestSearchedText) {
-    LVFINDINFOW find{};
-    find.flags = LVFI_STRING;
-    find.psz = wide.c_str();
-    return ListView_FindItem(handle(), -1, &find);
-  }
-  for (int row = 0; row < itemCount(); ++row)
-    if (lstrcmpiW(toWide(itemText(row, 0)).c_str(), wide.c_str()) == 0) return row;
-  return -1;
 }
 
 bool CCustomListCtrl::deleteItem(int row) {

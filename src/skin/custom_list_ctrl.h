@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -62,17 +63,14 @@ class CCustomListCtrl : public framework::CWnd {
 
   // The new row's number, -1 on failure; a row beyond the end becomes the last.
   int insertItem(int row, std::string_view text, LPARAM data = 0);
-  // Appends a row with this text unless the first column already holds it, in any letter case; true when
-  // it did.
-  bool appendIfMissing(std::string_view text);
+  // Appends a row for each text, in order, that the first column does not hold yet, in any letter case.
+  void appendMissing(std::span<const std::string> texts);
   bool setItemText(int row, int column, std::string_view text);
   std::string itemText(int row, int column) const;
   // The caller's own value.
   LPARAM itemData(int row) const;
   bool setItemData(int row, LPARAM data);
   int itemCount() const { return ListView_GetItemCount(handle()); }
-  // The first row whose first column holds exactly this text, in any letter case; -1 when there is none.
-  int findItem(std::string_view text) const;
   bool deleteItem(int row);
   // Deletes the rows that had all states of the mask (RowState, added up) when the call came; how many those
   // were. An edit in progress is given up.
