@@ -71,6 +71,13 @@ PHONE_LINK zelUnicode(int on) {
   return guarded(failed, [=](handset::Library& l) { return l.setUnicode(on); });
 }
 
+PHONE_LINK zelDescribe(char* text, int size) {
+  if (text == nullptr || size <= 0) return failed;
+  return guarded(failed, [=](handset::Library& l) {
+    return l.describe({text, static_cast<std::size_t>(size)});
+  });
+}
+
 PHONE_LINK zelGetReceiverSMS(void* entries) {
   return read(&handset::Library::receivedMessages, entries, messagesSize);
 }

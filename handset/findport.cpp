@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "handset/modem_identity.h"
+#include "handset/at/modem_identity.h"
 #include "handset/serial_port.h"
 #include "handset/serial_ports.h"
 #include "handset/system_clock.h"
@@ -72,11 +72,9 @@ struct Examined {
 Examined examine(int port, handset::SystemClock& clock) {
   const handset::at::OpenedPort opened = handset::openSerialPort(port, baud);
   if (!opened.stream) return {false, wordsFor(opened.problem)};
-  const auto identity = handset::askIdentity(*opened.stream, clock, askingTime);
+  const auto identity = handset::at::askIdentity(*opened.stream, clock, askingTime);
   if (!identity) return {false, L"no answer"};
-  std::string name = identity->manufacturer;
-  if (!name.empty() && !identity->model.empty()) name += ' ';
-  name += identity->model;
+  std::string name = nameOf(*identity);
   if (name.empty()) name = "a modem without a name";
   if (!identity->wanted.empty()) name += ", asks for " + identity->wanted;
   // All of it is ASCII.

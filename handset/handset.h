@@ -44,6 +44,9 @@ class Handset {
   // Whether texts beyond the system's code page come through; may be asked at any time.
   virtual bool offersUnicode() = 0;
 
+  // Who it is, in words that a person can read; ASCII. A slow one takes a second at most.
+  virtual std::string describe() = 0;
+
   virtual std::optional<std::vector<Message>> simReceived() = 0;
   virtual std::optional<std::vector<Message>> simOutgoing() = 0;
   // Everything in the phone's own memory, told apart by its status.

@@ -62,6 +62,13 @@ int Library::setUnicode(int on) {
   return unicode_ ? 1 : 0;
 }
 
+int Library::describe(std::span<char> text) {
+  if (!ready_ || text.empty()) return 0;
+  const std::size_t length = opened_->describe().copy(text.data(), text.size() - 1);
+  text[length] = '\0';
+  return static_cast<int>(length);
+}
+
 // A text longer than its field goes on in further entries that are otherwise the same: nothing is lost.
 std::vector<phonelink::MessageEntry> Library::entriesOf(const Message& message) const {
   phonelink::MessageEntry entry;

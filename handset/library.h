@@ -34,6 +34,9 @@ class Library {
   // is 8 then carries UTF-16LE, both ways, and every text that the code page cannot hold is given so.
   int setUnicode(int on);
 
+  // Writes who the open handset is, ended by a NUL within the buffer; the length, 0 when there is nobody.
+  int describe(std::span<char> text);
+
   int receivedMessages(std::span<std::byte> entries);
   int outgoingMessages(std::span<std::byte> entries);
   int handsetMessages(std::span<std::byte> entries);

@@ -7,6 +7,7 @@
 #include "handset/at/fields.h"
 #include "handset/at/joined_messages.h"
 #include "handset/at/message_list.h"
+#include "handset/at/modem_identity.h"
 #include "handset/at/opening.h"
 #include "handset/at/phonebook_reader.h"
 #include "handset/at/submit.h"
@@ -47,6 +48,7 @@ bool AtHandset::open(int port, int baud) {
   OpenedPort opened = openPort_(port, baud);
   if (!opened.stream) return fail(problemOf(opened.problem, port));
   stream_ = std::move(opened.stream);
+  port_ = port;
   channel_ = std::make_unique<Channel>(*stream_, clock_);
   dialect_ = std::make_unique<Dialect>();
   // Not the same for every run, or parts of different messages would look alike to their receiver.
@@ -72,6 +74,15 @@ void AtHandset::close() {
 
 bool AtHandset::offersUnicode() {
   return true;
+}
+
+// A modem that does not tell its name has at least a port.
+std::string AtHandset::describe() {
+  constexpr int deadline = 500;
+  ModemIdentity identity;
+  if (channel_) askName(*channel_, deadline, identity);
+  const std::string name = nameOf(identity);
+  return name + (name.empty() ? "COM" : " at COM") + std::to_string(port_);
 }
 
 std::optional<std::vector<Message>> AtHandset::listStore(std::string_view store) {

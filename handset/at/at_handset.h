@@ -32,6 +32,7 @@ class AtHandset : public Handset {
   bool init() override;
   void close() override;
   bool offersUnicode() override;
+  std::string describe() override;
   std::optional<std::vector<Message>> simReceived() override;
   std::optional<std::vector<Message>> simOutgoing() override;
   std::optional<std::vector<Message>> phoneMessages() override;
@@ -57,7 +58,8 @@ class AtHandset : public Handset {
   std::unique_ptr<Channel> channel_;  // uses the stream
   std::unique_ptr<Dialect> dialect_;
   std::optional<std::vector<Message>> simOutgoing_;  // seen while the received ones were listed
-  std::uint8_t reference_ = 0;                       // of the next long message
+  int port_ = 0;
+  std::uint8_t reference_ = 0;  // of the next long message
   std::string lastProblem_;
 };
 

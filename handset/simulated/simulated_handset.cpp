@@ -88,6 +88,10 @@ bool SimulatedHandset::offersUnicode() {
   return !file || parseSettings(*file).unicode;
 }
 
+std::string SimulatedHandset::describe() {
+  return "Simulated handset: nothing leaves this computer";
+}
+
 std::optional<std::vector<Message>> SimulatedHandset::simReceived() {
   takeTime();
   return messagesIn(Store::sim, isReceived);

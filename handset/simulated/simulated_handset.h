@@ -22,6 +22,7 @@ class SimulatedHandset : public Handset {
   bool init() override;
   void close() override;
   bool offersUnicode() override;
+  std::string describe() override;
   std::optional<std::vector<Message>> simReceived() override;
   std::optional<std::vector<Message>> simOutgoing() override;
   std::optional<std::vector<Message>> phoneMessages() override;

@@ -205,6 +205,8 @@ void CQuilletApp::showSummary() {
                           {store::folderState().folderPaths[store::position(row.folder)],
                            std::to_string(frame()->tree().folders()[row.folder].size())});
   }
+  if (const std::string handset = link_.describe(); !handset.empty())
+    summary = formatText(loadString(IDS_HANDSET_SUMMARY), {handset, summary});
   frame()->tree().showResult(summary);
 }
 

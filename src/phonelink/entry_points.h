@@ -27,8 +27,12 @@ struct EntryPoints {
   void* zelDeleteSMS = nullptr;                                       // never called
   int(PHONELINK_CALL* zelCloseSIM)() = nullptr;
 
-  // Offered by some libraries beyond the thirteen: nonzero for 1 = texts may cross as UTF-16.
+  // Offered by some libraries beyond the thirteen.
+  // Nonzero for 1 = texts may cross as UTF-16.
   int(PHONELINK_CALL* zelUnicode)(int on) = nullptr;
+  // Who the opened handset is: UTF-8, ended within `size`; the length, 0 or less when there is nothing to
+  // say.
+  int(PHONELINK_CALL* zelDescribe)(char* text, int size) = nullptr;
 };
 
 // Fills every entry from `find`, which gives the address of an exported name or null.
@@ -52,6 +56,7 @@ EntryPoints bindEntryPoints(Find&& find) {
   bind(points.zelDeleteSMS, "zelDeleteSMS");
   bind(points.zelCloseSIM, "zelCloseSIM");
   bind(points.zelUnicode, "zelUnicode");
+  bind(points.zelDescribe, "zelDescribe");
   return points;
 }
 

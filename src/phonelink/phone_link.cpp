@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <string_view>
 
 #include "phonelink/entry_layouts.h"
 #include "text/unicode.h"
@@ -55,6 +56,17 @@ bool PhoneLink::open(int port) {
 
 void PhoneLink::close() {
   if (points_.zelCloseSIM) points_.zelCloseSIM();
+}
+
+std::string PhoneLink::describe() {
+  std::array<char, 256> bytes{};
+  const int length = points_.zelDescribe ? points_.zelDescribe(bytes.data(), int{bytes.size()}) : 0;
+  const std::string_view all(bytes.data(),
+                             static_cast<std::size_t>(std::clamp(length, 0, int{bytes.size()})));
+  std::string text = text::repairedUtf8(all.substr(0, all.find('\0')));
+  std::ranges::replace_if(
+      text, [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+  return text;
 }
 
 PhoneLink::Entries PhoneLink::fill(Read read, std::size_t entrySize) {

@@ -44,6 +44,9 @@ class PhoneLink {
   bool open(int port);
   void close();
 
+  // What the open handset says of itself, in one line; empty when it says nothing.
+  std::string describe();
+
   std::vector<store::SmsRecord> receivedMessages();
   std::vector<store::SmsRecord> outgoingMessages();
   std::vector<HandsetMessage> handsetMessages();

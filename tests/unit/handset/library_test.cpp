@@ -153,6 +153,8 @@ TEST_F(LibraryTest, NeverWritesPastTheBuffer) {
   std::vector<std::byte> bytes(1002 * phonelink::messageEntrySize);
   EXPECT_EQ(library.receivedMessages(bytes), 1000);
   EXPECT_EQ(library.contacts(std::span{bytes}.first(3)), 0);
+  char text[8];
+  EXPECT_EQ(std::to_string(library.describe(text)) + text, "7Simulat");
   opened(oneEach + "[message]\ntext = " + std::string(400, 'x'));
   const std::string piece = "3/0///" + std::string(160, 'x') + "; ";  // of three: the third has no room
   EXPECT_EQ(received(3), "1/0///R; " + piece + piece);

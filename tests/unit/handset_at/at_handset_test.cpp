@@ -213,6 +213,11 @@ TEST(AtHandset, KeepsItsDeadlines) {
   }
 }
 
+TEST(AtHandset, SaysWhoItIsWhateverTheModemTells) {
+  expectEach(with(3000, [](Session& at) { return at.handset.describe(); }),
+             {"COM3 <= ", "M at COM3 <= AT+CGMM: |+CGMM: 'M'||OK|", "COM3 <= AT+CGMI: ;AT+CGMM: |M||OK|"});
+}
+
 TEST(AtHandset, TakesNothingForAnAnswerThatIsNone) {
   Session at;
   ASSERT_TRUE(at.open());

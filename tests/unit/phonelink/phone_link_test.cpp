@@ -84,7 +84,11 @@ PhoneLink boundTo(const FakeLibrary& library) {
        .zelGetPB_KOVA = give<&FakeLibrary::wideContacts>,
        .zelInitPB = [] { return fake.starts; },
        .zelCloseSIM = [] { return fake.calls += "close ", 0; },
-       .zelUnicode = [](int on) { return on == 1 ? fake.unicode : 0; }});
+       .zelUnicode = [](int on) { return on == 1 ? fake.unicode : 0; },
+       .zelDescribe =
+           [](char* text, int size) {
+             return fake.handset.copy(text, static_cast<std::size_t>(size)), fake.count;
+           }});
   return link;
 }
 
@@ -135,8 +139,12 @@ TEST(PhoneLink, ClampsCountsAndEndsTextsAtTheirFields) {
   EXPECT_EQ(link.receivedMessages().back(), (store::SmsRecord{full(160), full(16), full(17), 0x7878}));
   EXPECT_EQ(link.contacts()[998].name + link.contacts()[998].number, full(20 + 20));
   EXPECT_EQ(link.contacts().back().name.size() + link.contacts().back().number.size(), 20U * 3 + 128);
+  fake.handset = full(300);
+  EXPECT_EQ(link.describe(), full(256));
+  fake.handset = "a\tb\xFF\0c"s;
+  EXPECT_EQ(link.describe(), "a b\uFFFD");
   fake.count = -1;
-  EXPECT_EQ(read(link), "");
+  EXPECT_EQ(read(link) + link.describe(), "");
 }
 
 TEST(PhoneLink, ReadsTheListedThenTheHandsetsOwnByStatusAndBothPhonebooks) {

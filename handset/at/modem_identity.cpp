@@ -1,15 +1,12 @@
-#include "handset/modem_identity.h"
+#include "handset/at/modem_identity.h"
 
 #include <cstddef>
 #include <string_view>
-#include <tuple>
 
 #include "handset/at/channel.h"
 
-namespace handset {
+namespace handset::at {
 namespace {
-
-using at::Answer;
 
 constexpr std::size_t longestText = 60;
 constexpr int attempts = 3;  // a modem may still have to find its speed, or be in the middle of something
@@ -34,12 +31,31 @@ std::string textOf(const Answer& answer, std::string_view name) {
   return text;
 }
 
+// False when there is no answer in time. One that has stopped answering gets no more questions: there is no
+// time to wait for the overdue answer.
+bool ask(Channel& channel, std::string_view command, std::string_view name, int milliseconds,
+         std::string& text) {
+  const Answer answer = channel.command(command, name, milliseconds);
+  text = textOf(answer, name);
+  return answer.outcome != Answer::Outcome::timedOut;
+}
+
 }  // namespace
 
-std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock, int milliseconds) {
+std::string nameOf(const ModemIdentity& identity) {
+  const bool both = !identity.manufacturer.empty() && !identity.model.empty();
+  return identity.manufacturer + (both ? " " : "") + identity.model;
+}
+
+bool askName(Channel& channel, int milliseconds, ModemIdentity& identity) {
+  return ask(channel, "AT+CGMI", "+CGMI:", milliseconds, identity.manufacturer) &&
+         ask(channel, "AT+CGMM", "+CGMM:", milliseconds, identity.model);
+}
+
+std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock, int milliseconds) {
   // Calling off takes less than one of these steps, the rest one each.
   const int step = milliseconds / (attempts + 5);
-  at::Channel channel{line, clock};
+  Channel channel{line, clock};
   channel.callOff();
   Answer greeting;
   for (int i = 0; i < attempts && !greeting.ok() && !channel.gone(); ++i) greeting = channel.probe(step);
@@ -47,16 +63,9 @@ std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock,
   channel.takeOverdue(step);
 
   ModemIdentity identity;
-  for (const auto& [text, command, name] : {std::tuple{&identity.manufacturer, "AT+CGMI", "+CGMI:"},
-                                            std::tuple{&identity.model, "AT+CGMM", "+CGMM:"},
-                                            std::tuple{&identity.wanted, "AT+CPIN?", "+CPIN:"}}) {
-    const Answer answer = channel.command(command, name, step);
-    // One that has stopped answering gets no more questions: there is no time to wait for the overdue answer.
-    if (answer.outcome == Answer::Outcome::timedOut) break;
-    *text = textOf(answer, name);
-  }
+  if (askName(channel, step, identity)) ask(channel, "AT+CPIN?", "+CPIN:", step, identity.wanted);
   if (identity.wanted == "READY") identity.wanted.clear();
   return identity;
 }
 
-}  // namespace handset
+}  // namespace handset::at

@@ -5,7 +5,7 @@
 
 #include "handset/at/byte_stream.h"
 
-namespace handset {
+namespace handset::at {
 
 // What a modem says of itself; a text that it does not give is empty. Printable ASCII.
 struct ModemIdentity {
@@ -14,8 +14,17 @@ struct ModemIdentity {
   std::string wanted;  // what the SIM asks a person for, as in "SIM PIN"
 };
 
+class Channel;
+
+// "Manufacturer model", or what there is of it.
+std::string nameOf(const ModemIdentity& identity);
+
+// Asks a modem for its name, each half for no longer than `milliseconds`. False when it has stopped
+// answering.
+bool askName(Channel& channel, int milliseconds, ModemIdentity& identity);
+
 // Asks whoever is at the other end of the line who it is; nullopt when nobody there answers as a modem does.
 // Takes no longer than `milliseconds` in all.
-std::optional<ModemIdentity> askIdentity(at::ByteStream& line, at::Clock& clock, int milliseconds);
+std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock, int milliseconds);
 
-}  // namespace handset
+}  // namespace handset::at
