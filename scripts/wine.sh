@@ -16,8 +16,10 @@ make_prefix() {
   ready=$WINEPREFIX/.ready-$(cksum <"$root/scripts/wine.sh" | cut -d ' ' -f 1)
   [ ! -e "$ready" ] || return 0
   say 'Making the Wine prefix (once).'
-  rm -rf "$WINEPREFIX"
-  mkdir -p "$WINEPREFIX"
+  mkdir -p "$WINEPREFIX/drive_c"
+  # What a person has saved in its "Documents" stays.
+  find "$WINEPREFIX" -mindepth 1 -maxdepth 1 ! -name drive_c -exec rm -rf {} +
+  find "$WINEPREFIX/drive_c" -mindepth 1 -maxdepth 1 ! -name users -exec rm -rf {} +
   quietly wineboot --init || die 'wineboot failed'
   # "Documents" and the like are links into the home directory, where nothing of ours belongs.
   find "$WINEPREFIX/drive_c/users" -type l -exec sh -c 'rm "$1" && mkdir "$1"' make_folder {} \;
