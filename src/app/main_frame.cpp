@@ -34,6 +34,9 @@ const framework::MessageMap* CMainFrame::messageMap() const {
 const framework::CommandMap* CMainFrame::commandMap() const {
   static constexpr framework::CommandEntry entries[] = {
       framework::command<&CMainFrame::moveSplitter>(ID_MOVE_SPLITTER),
+      framework::command<&CMainFrame::onFind>(ID_FIND),
+      framework::command<&CMainFrame::onFindNext, &CMainFrame::canFindNext>(ID_FIND_NEXT),
+      framework::command<&CMainFrame::onFindPrevious, &CMainFrame::canFindNext>(ID_FIND_PREVIOUS),
   };
   static const framework::CommandMap map{entries, CFrameWnd::commandMap()};
   return &map;

@@ -104,6 +104,27 @@ void CFrameWnd::recalcLayout() {
   MoveWindow(clientWindow(), room.left, room.top, room.right - room.left, room.bottom - room.top, TRUE);
 }
 
+UniqueMenu CFrameWnd::menuOf(std::span<const MenuRow> rows) {
+  UniqueMenu menu(CreatePopupMenu());
+  for (const MenuRow& row : rows) {
+    const std::wstring text = toWide(loadString(row.text));
+    const auto site = findCommand(row.command);
+    const UINT state = site && site->enabled() ? MF_ENABLED : MF_GRAYED;
+    if (!row.popup.empty())
+      AppendMenuW(menu.get(), MF_POPUP, reinterpret_cast<UINT_PTR>(menuOf(row.popup).release()),
+                  text.c_str());
+    else if (row.command)
+      AppendMenuW(menu.get(), MF_STRING | state, row.command, text.c_str());
+    else
+      AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
+  }
+  return menu;
+}
+
+void CFrameWnd::showMenu(std::span<const MenuRow> rows, POINT at) {
+  TrackPopupMenu(menuOf(rows).get(), TPM_RIGHTBUTTON, at.x, at.y, 0, handle(), nullptr);
+}
+
 void CFrameWnd::dockToolBar(DockSide side) {
   toolBar_.setSide(side);
   recalcLayout();

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <span>
 #include <string>
 
+#include "framework/handles.h"
+#include "framework/menu.h"
 #include "framework/status_bar.h"
 #include "framework/tool_bar.h"
 #include "framework/view.h"
@@ -22,6 +25,8 @@ class CFrameWnd : public CWnd {
   // Shows the state of every command on the toolbar and of the keys on the status bar; called when idle.
   void updateOnIdle();
   void recalcLayout();
+  // Shows a context menu at a point of the screen; its rows are as enabled as their commands.
+  void showMenu(std::span<const MenuRow> rows, POINT at);
 
   CToolBar& toolBar() { return toolBar_; }
   CStatusBar& statusBar() { return statusBar_; }
@@ -47,6 +52,7 @@ class CFrameWnd : public CWnd {
 
  private:
   bool onCreated(const CREATESTRUCTW& c);
+  UniqueMenu menuOf(std::span<const MenuRow> rows);
   void onSized(int width, int height);
   void onSetFocus();
   void onCloseWindow();

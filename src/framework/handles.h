@@ -16,6 +16,7 @@ struct Release {
   void operator()(HDC memory) const { DeleteDC(memory); }
   void operator()(HFONT font) const { DeleteObject(font); }
   void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
+  void operator()(HMENU menu) const { DestroyMenu(menu); }
   void operator()(HMODULE module) const { FreeLibrary(module); }
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
@@ -27,6 +28,7 @@ using UniqueBitmap = Unique<HBITMAP>;
 using UniqueMemoryDc = Unique<HDC>;
 using UniqueFont = Unique<HFONT>;
 using UniqueImageList = Unique<HIMAGELIST>;
+using UniqueMenu = Unique<HMENU>;
 using UniqueModule = Unique<HMODULE>;
 using UniqueHandle = Unique<HANDLE>;
 

@@ -33,6 +33,7 @@ const framework::MessageMap* CQuilletView::messageMap() const {
       framework::onRaw<&CQuilletView::onCaptureChanged>(WM_CAPTURECHANGED),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_DBLCLK)),
       framework::onReflected<&CQuilletView::onOpen>(static_cast<UINT>(NM_RETURN)),
+      framework::onRaw<&CQuilletView::onContextMenu>(WM_CONTEXTMENU),
   };
   static const framework::MessageMap map{entries, CListView::messageMap()};
   return &map;

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,12 @@ class CQuilletView : public framework::CListView {
 
   // The folder that is both selected and shown.
   std::optional<store::Folder> shownFolder() const;
+  // The slots of the shown table, row by row.
+  std::span<const std::size_t> order() const { return order_; }
+  // -1 when no row has the focus.
+  int focusedRow() const { return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED); }
+  // This row alone is selected, has the focus and is brought into view.
+  void selectOnly(int row);
   // The slots of the selected rows' records, the last row's first.
   std::vector<std::size_t> selectedSlots() const;
   // The records in those slots of the shown PC folder, highest slot first, are gone from its table.
@@ -62,6 +69,10 @@ class CQuilletView : public framework::CListView {
   void createTip();
   void onTip(NMTTDISPINFOW& asked);
 
+  void onOpenSelected();
+  bool canOpen() const { return selectedCount() == 1 && shownFolder(); }
+  void onCopy();
+  void onContextMenu(WPARAM window, LPARAM at);
   void onSave();
   void onDelete();
   void onDeleteAll();
@@ -88,6 +99,7 @@ class CQuilletView : public framework::CListView {
   // Row i now shows the message that was in slot former[i] of the shown table.
   void selectAgain(const std::vector<bool>& selectedSlots, std::size_t focusedSlot,
                    const std::vector<std::size_t>& former);
+  void showDeleted(std::size_t count) const;
   void showDeleting(std::size_t number, std::size_t count) const;
   // In the status bar, what a command has come to; names what has been put aside meanwhile.
   void showResult(UINT pattern, std::initializer_list<std::string_view> values) const;

@@ -57,6 +57,8 @@ bool escapePressed() {
 
 const framework::CommandMap* CQuilletView::commandMap() const {
   static constexpr framework::CommandEntry entries[] = {
+      framework::command<&CQuilletView::onOpenSelected, &CQuilletView::canOpen>(ID_OPEN_MESSAGE),
+      framework::command<&CQuilletView::onCopy, &CQuilletView::canSave>(ID_COPY),
       framework::command<&CQuilletView::onSave, &CQuilletView::canSave>(ID_SAVE),
       framework::command<&CQuilletView::onDelete, &CQuilletView::canDelete>(ID_DELETE),
       framework::command<&CQuilletView::onDeleteAll, &CQuilletView::canDeleteAll>(ID_DELETE_ALL),
@@ -100,9 +102,19 @@ std::vector<std::size_t> CQuilletView::selectedSlots() const {
 }
 
 LRESULT CQuilletView::onOpen(NMHDR&) {
+  onOpenSelected();
+  return 0;
+}
+
+void CQuilletView::onOpenSelected() {
   const int row = nextSelected(-1);
   if (row >= 0 && open_) open_(static_cast<int>(order_[static_cast<std::size_t>(row)]));
-  return 0;
+}
+
+void CQuilletView::selectOnly(int row) {
+  ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED);
+  ListView_SetItemState(handle(), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  ListView_EnsureVisible(handle(), row, FALSE);
 }
 
 LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
@@ -133,6 +145,7 @@ LRESULT CQuilletView::onColumnClick(NMLISTVIEW& click) {
     records.back().Time = store::displayTime(records.back().Time);
     records.back().Index = static_cast<std::int32_t>(records.size() - 1);
   }
+  folders_->remember({*shown_});
   if (!report(folders_->replace(*shown_, std::move(records)), IDS_CANNOT_CHANGE)) return 0;
   selectAgain(selected, focused, sorted);
   if (const std::string kept = keptCopies(*folders_); !kept.empty()) pane_->showStatus(kept);
@@ -158,6 +171,7 @@ void CQuilletView::onDelete() {
   if (slots.empty() || !folder) return;
   const framework::CWaitCursor wait;
   const int firstRow = nextSelected(-1);
+  folders_->remember({*folder});
   std::size_t gone = 0;
   store::WriteResult result;
   {
@@ -179,7 +193,7 @@ void CQuilletView::onDelete() {
   report(result, IDS_CANNOT_CHANGE);
   const int focused = std::min(firstRow, itemCount() - 1);
   if (focused >= 0) ListView_SetItemState(handle(), focused, LVIS_FOCUSED, LVIS_FOCUSED);
-  showResult(IDS_DELETED, {std::to_string(gone)});
+  showDeleted(gone);
 }
 
 void CQuilletView::onDeleteAll() {
@@ -187,11 +201,12 @@ void CQuilletView::onDeleteAll() {
   if (count == 0 || !consents(GetAncestor(handle(), GA_ROOT), true)) return;
   const framework::CWaitCursor wait;
   if (const auto folder = shownPcFolder()) {
+    folders_->remember({*folder});
     if (!report(folders_->replace(*folder, {}), IDS_CANNOT_CHANGE)) return;
     pane_->showCount(*folder);
   }
   empty();
-  showResult(IDS_DELETED, {std::to_string(count)});
+  showDeleted(static_cast<std::size_t>(count));
 }
 
 void CQuilletView::onSave() {
@@ -216,6 +231,12 @@ void CQuilletView::showDeleting(std::size_t number, std::size_t count) const try
   pane_->showStatus(
       framework::formatText(loadString(IDS_DELETING), {std::to_string(number), std::to_string(count)}));
 } catch (const std::bad_alloc&) {
+}
+
+void CQuilletView::showDeleted(std::size_t count) const {
+  const std::string deleted = framework::formatText(loadString(IDS_DELETED), {std::to_string(count)});
+  pane_->showStatus(keptCopies(*folders_) + deleted +
+                    (folders_->canUndo() ? " " + loadString(IDS_UNDO_HINT) : ""));
 }
 
 void CQuilletView::showResult(UINT pattern, std::initializer_list<std::string_view> values) const {

@@ -7,7 +7,8 @@
 namespace phonelink {
 
 // Reads a handset folder: first the messages of the SIM list for that folder, then those of the handset's own
-// memory whose status belongs there, each in the library's order. Entries without text or number are messages too.
+// memory whose status belongs there, each in the library's order. Entries without text or number are messages
+// too.
 store::FolderTable readHandsetFolder(PhoneLink& link, store::Folder folder);
 
 // Whether a message with that status is shown in that handset folder; some belong to neither.

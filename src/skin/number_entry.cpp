@@ -1,5 +1,6 @@
 #include "skin/number_entry.h"
 
+#include "framework/clipboard.h"
 #include "framework/resources.h"
 #include "resources/resource_ids.h"
 
@@ -14,17 +15,6 @@ bool isTaken(UINT character) {
 
 bool isDown(int key) {
   return GetKeyState(key) < 0;
-}
-
-std::wstring clipboardText(HWND window) {
-  std::wstring text;
-  if (!OpenClipboard(window)) return text;
-  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    if (const auto* words = static_cast<const wchar_t*>(GlobalLock(data))) text = words;
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
 }
 
 // Line breaks and tabs become the separator.
@@ -103,7 +93,7 @@ LRESULT CNumberEntry::onKillFocus() {
 }
 
 void CNumberEntry::onPaste() {
-  const std::wstring text = clipboardText(handle());
+  const std::wstring text = framework::clipboardText(handle());
   if (!text.empty()) send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 

@@ -37,6 +37,8 @@ const framework::MessageMap* CLeftView::messageMap() const {
       framework::onMouse<&CLeftView::onMouseMove>(WM_MOUSEMOVE),
       framework::onMouse<&CLeftView::onLButtonUp>(WM_LBUTTONUP),
       framework::onReflected<&CLeftView::onClick>(static_cast<UINT>(NM_CLICK)),
+      framework::onReflected<&CLeftView::onRightClick>(static_cast<UINT>(NM_RCLICK)),
+      framework::onPlain<&CLeftView::onContextMenu>(WM_CONTEXTMENU),
   };
   static const framework::MessageMap map{entries, CTreeView::messageMap()};
   return &map;
@@ -166,6 +168,11 @@ void CLeftView::showCount(store::Folder folder) {
 
 void CLeftView::showSelected() {
   if (const auto folder = store::selectedFolder(store::folderState())) list_.show(*folder);
+}
+
+void CLeftView::showFolder(store::Folder folder) {
+  selectItem(store::folderState().items[store::position(folder)]);
+  if (list_.shownFolder() != folder) showSelected();
 }
 
 std::string CLeftView::takeNotes() {

@@ -45,6 +45,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   store::Folders& folders() { return folders_; }
   // The list shows the selected folder's messages.
   void showSelected();
+  // Selects the folder, and the list shows it.
+  void showFolder(store::Folder folder);
   // Says what a command has come to, behind what reading and writing have left to say meanwhile.
   void showResult(const std::string& text) { showStatus(takeNotes() + text); }
 
@@ -54,6 +56,7 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
  protected:
   void preCreateWindow(CREATESTRUCTW& c) override;
   const framework::MessageMap* messageMap() const override;
+  const framework::CommandMap* commandMap() const override;
 
  private:
   bool isAt(POINT screen) const override { return WindowFromPoint(screen) == handle(); }
@@ -62,8 +65,21 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   void drop(POINT screen) override;
   void showCount(store::Folder folder) override;
   void showStatus(const std::string& text) override { services_.showStatus(text); }
-  // Files the selected rows in the folder that they were dropped on.
-  void transfer();
+  // Files the selected rows of the shown folder in another.
+  void transfer(store::Folder target);
+  template <store::Folder target>
+  void moveTo() {
+    transfer(target);
+  }
+  template <store::Folder target>
+  bool canMoveTo() const {
+    return list_.selectedCount() > 0 && list_.shownFolder() && list_.shownFolder() != target;
+  }
+  void onUndo();
+  bool canUndo() const { return folders_.canUndo(); }
+  LRESULT onRightClick(NMHDR& header);
+  void onContextMenu();
+  void showMenu(POINT at);
 
   LRESULT onBeginDrag(NMTREEVIEWW& begin);
   void onMouseMove(UINT keys, POINT point);

@@ -1,7 +1,8 @@
-// Filing: what is dropped on a folder.
+// Filing: what is dropped on a folder or moved there, and taken back.
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
+#include "framework/win_app.h"
 #include "list/list_state.h"
 #include "list/reports.h"
 #include "resources/resource_ids.h"
@@ -10,6 +11,8 @@
 namespace tree {
 namespace {
 
+using framework::formatText;
+using framework::loadString;
 using list::DragState;
 using list::listState;
 
@@ -17,6 +20,42 @@ using list::listState;
 constexpr int hotSpot = -15;
 
 }  // namespace
+
+const framework::CommandMap* CLeftView::commandMap() const {
+  using enum store::Folder;
+  static constexpr framework::CommandEntry entries[] = {
+      framework::command<&CLeftView::moveTo<PInbox>, &CLeftView::canMoveTo<PInbox>>(ID_MOVE_TO_INBOX),
+      framework::command<&CLeftView::moveTo<PSent>, &CLeftView::canMoveTo<PSent>>(ID_MOVE_TO_SENT),
+      framework::command<&CLeftView::moveTo<PDraft>, &CLeftView::canMoveTo<PDraft>>(ID_MOVE_TO_DRAFT),
+      framework::command<&CLeftView::onUndo, &CLeftView::canUndo>(ID_UNDO),
+  };
+  static const framework::CommandMap map{entries, CTreeView::commandMap()};
+  return &map;
+}
+
+// The folder under the pointer becomes the selected one, so that the commands are about what is seen.
+LRESULT CLeftView::onRightClick(NMHDR&) {
+  const DWORD place = GetMessagePos();
+  const POINT at{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+  if (const HTREEITEM item = itemAt(at)) selectItem(item);
+  showMenu(at);
+  return TRUE;  // the tree need not ask for a menu any more
+}
+
+// By the keyboard.
+void CLeftView::onContextMenu() {
+  RECT item{};
+  TreeView_GetItemRect(handle(), selectedItem(), &item, TRUE);
+  showMenu(framework::toScreen(handle(), {item.left, item.bottom}));
+}
+
+void CLeftView::showMenu(POINT at) {
+  constexpr framework::MenuRow rows[] = {{ID_REFRESH, IDS_MENU_REFRESH},
+                                         {ID_DELETE_ALL, IDS_MENU_DELETE_ALL},
+                                         {ID_FIND, IDS_MENU_FIND},
+                                         {ID_LAST_SEND, IDS_MENU_LAST_SEND}};
+  framework::CWinApp::current()->mainFrame()->showMenu(rows, at);
+}
 
 HTREEITEM CLeftView::itemAt(POINT screen) const {
   TVHITTESTINFO hit{};
@@ -46,30 +85,48 @@ void CLeftView::dragLeft() {
 
 void CLeftView::drop(POINT screen) {
   highlight(nullptr);
-  if (const HTREEITEM item = itemAt(screen)) listState().drag.dropItem = item;
-  transfer();
+  DragState& drag = listState().drag;
+  if (const HTREEITEM item = itemAt(screen)) drag.dropItem = item;
+  const store::FolderState& state = store::folderState();
+  const auto source = store::folderOfItem(state, drag.dragItem);
+  const auto target = store::folderOfItem(state, drag.dropItem);
+  // The rows are those of the shown folder, whatever was dragged.
+  if (target && store::isOnPc(*target) && source && source == list_.shownFolder()) transfer(*target);
 }
 
-void CLeftView::transfer() {
-  const store::FolderState& state = store::folderState();
-  const auto source = store::folderOfItem(state, listState().drag.dragItem);
-  const auto target = store::folderOfItem(state, listState().drag.dropItem);
-  if (!source || !target || !store::isOnPc(*target) || source == target) return;
-  // The rows are those of the shown folder, whatever was dragged.
-  if (source != list_.shownFolder()) return;
+void CLeftView::transfer(store::Folder target) {
+  const auto source = list_.shownFolder();
   const std::vector<std::size_t> slots = list_.selectedSlots();
-  if (slots.empty()) return;
+  if (!source || source == target || slots.empty()) return;
 
   const framework::CWaitCursor wait;
   const bool move = store::isOnPc(*source);
-  const store::WriteResult result = folders_.move(*source, *target, slots);
+  folders_.remember({*source, target});
+  const store::WriteResult result = folders_.move(*source, target, slots);
   if (result.ok() && move) list_.removeRows(slots);
-  showCount(*target);
+  showCount(target);
   showCount(*source);
   if (!list::report(result, IDS_CANNOT_CHANGE)) return;
   showResult(
-      framework::formatText(framework::loadString(move ? IDS_MOVED : IDS_COPIED),
-                            {std::to_string(slots.size()), state.folderPaths[store::position(*target)]}));
+      formatText(loadString(move ? IDS_MOVED : IDS_COPIED),
+                 {std::to_string(slots.size()), store::folderState().folderPaths[store::position(target)]}));
+}
+
+void CLeftView::onUndo() {
+  const framework::CWaitCursor wait;
+  const std::vector<store::Folder> changed = folders_.undoFolders();
+  const store::WriteResult result = folders_.undo();
+  if (result.outcome == store::WriteResult::Outcome::changed) {
+    showStatus(loadString(IDS_NOT_TAKEN_BACK));
+    return;
+  }
+  std::string paths;
+  for (const store::Folder folder : changed) {
+    showCount(folder);
+    if (folder == store::selectedFolder(store::folderState())) list_.show(folder);
+    paths += (paths.empty() ? "" : ", ") + store::folderState().folderPaths[store::position(folder)];
+  }
+  if (list::report(result, IDS_CANNOT_CHANGE)) showResult(formatText(loadString(IDS_TAKEN_BACK), {paths}));
 }
 
 LRESULT CLeftView::onBeginDrag(NMTREEVIEWW& begin) {

@@ -50,11 +50,17 @@ TEST_F(Filing, DeletesWhatIsSelectedAndConsentedTo) {
   EXPECT_TRUE(app_.with(pInbox, {0, 1}, ID_DELETE, {stop}).ends_with(" | 0 message(s) deleted."));
   EXPECT_EQ(folder_.read(pInbox), before);
   EXPECT_EQ(app_.with(pInbox, {1, 3}, ID_DELETE, {press(IDOK)}),
-            "3 0 3 1 0: delta,alpha,echo | 2 message(s) deleted.");
+            "3 0 3 1 0: delta,alpha,echo | 2 message(s) deleted. Ctrl+Z takes it back.");
   EXPECT_EQ(folder_.read(pInbox), folder_.storeOf(pInbox, {delta, alpha, echo}));
   EXPECT_EQ(ListView_GetNextItem(app_.list(), -1, LVNI_FOCUSED), 1);
   // Only Cancel refuses.
-  EXPECT_EQ(app_.with(pInbox, {}, ID_DELETE_ALL, {end(7)}), "3 0 0 1 0:  | 3 message(s) deleted.");
+  EXPECT_EQ(app_.with(pInbox, {}, ID_DELETE_ALL, {end(7)}),
+            "3 0 0 1 0:  | 3 message(s) deleted. Ctrl+Z takes it back.");
+  for (int times = 0; times < 2; ++times) {  // once
+    app_.key(app_.list(), 'Z', {VK_CONTROL});
+    EXPECT_EQ(app_.look() + " | " + app_.status(), "3 0 3 1 0: delta,alpha,echo | Taken back: PC\\Inbox");
+  }
+  app_.with(pInbox, {}, ID_DELETE_ALL, {end(7)});
   EXPECT_EQ(folder_.read(pInbox), folder_.storeOf(pInbox, {}));
   app_.with(pInbox, {}, ID_DELETE_ALL);
   app_.with(mInbox, {0}, ID_DELETE);
@@ -69,6 +75,9 @@ TEST_F(Filing, DroppedRowsMoveOrAreCopiedFromTheLastUp) {
   EXPECT_EQ(app_.with(pDraft, {}, pSent), "3 0 2 4 2: in 1,in 2" + copied);
   for (const Place place : {mobile, mInbox, mOutbox, pc, pDraft})
     EXPECT_EQ(app_.with(pDraft, {0}, place), "3 0 2 4 2: in 1,in 2" + copied);
+  app_.command(ID_MOVE_TO_DRAFT);
+  EXPECT_EQ(app_.with(pDraft, {1}, ID_MOVE_TO_SENT), "3 0 2 5 1: in 1 | 1 message(s) moved to PC\\Sent.");
+  app_.command(ID_UNDO);
   for (const POINT at : {framework::toScreen(app_.list(), {50, 50}), POINT{1, 1}}) app_.dragTo(at);
   EXPECT_EQ(app_.look(), "3 0 2 4 2: in 1,in 2");
 }

@@ -1,0 +1,32 @@
+#include "app/find_dialog.h"
+
+#include "framework/text.h"
+
+namespace app {
+
+void FindDialog::open(HWND frame) {
+  if (window_) {
+    SetForegroundWindow(window_);
+    return;
+  }
+  const DWORD kept = state_.Flags & (FR_DOWN | FR_MATCHCASE);  // as the person left it
+  state_ = {};
+  state_.lStructSize = sizeof state_;
+  state_.hwndOwner = frame;
+  state_.Flags = FR_HIDEWHOLEWORD | (kept ? kept : FR_DOWN);
+  state_.lpstrFindWhat = text_.data();
+  state_.wFindWhatLen = static_cast<WORD>(text_.size());
+  window_ = FindTextW(&state_);
+}
+
+bool FindDialog::takes(UINT message, LPARAM lParam, std::optional<Question>& asked) {
+  static const UINT findMessage = RegisterWindowMessageW(FINDMSGSTRINGW);
+  if (message != findMessage || reinterpret_cast<const FINDREPLACEW*>(lParam) != &state_) return false;
+  if (state_.Flags & FR_DIALOGTERM) window_ = nullptr;
+  if (state_.Flags & FR_FINDNEXT)
+    asked = {SoughtText(framework::toUtf8(text_.data()), (state_.Flags & FR_MATCHCASE) != 0),
+             !(state_.Flags & FR_DOWN)};
+  return true;
+}
+
+}  // namespace app
