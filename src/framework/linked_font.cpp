@@ -13,7 +13,11 @@ namespace {
 std::wstring familyOf(HDC dc) {
   std::vector<std::byte> bytes(GetOutlineTextMetricsW(dc, 0, nullptr));
   auto* const metrics = reinterpret_cast<OUTLINETEXTMETRICW*>(bytes.data());
-  if (bytes.empty() || !GetOutlineTextMetricsW(dc, static_cast<UINT>(bytes.size()), metrics)) return {};
+  if (bytes.empty() || !GetOutlineTextMetricsW(dc, static_cast<UINT>(bytes.size()), metrics)) {
+    wchar_t face[LF_FACESIZE] = L"";  // one of bitmaps
+    GetTextFaceW(dc, LF_FACESIZE, face);
+    return face;
+  }
   // The member holds an offset in spite of its type.
   return reinterpret_cast<const wchar_t*>(bytes.data() +
                                           reinterpret_cast<std::size_t>(metrics->otmpFamilyName));
