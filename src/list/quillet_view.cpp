@@ -68,6 +68,7 @@ void CQuilletView::show(store::Folder folder) {
 
 void CQuilletView::empty() {
   endDrag();
+  hideTip();
   order_.clear();
   shown_.reset();
   deleteAllItems();

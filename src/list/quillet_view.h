@@ -67,6 +67,7 @@ class CQuilletView : public framework::CListView {
   void onPaint();
 
   void createTip();
+  void hideTip();
   void onTip(NMTTDISPINFOW& asked);
 
   void onOpenSelected();

@@ -48,6 +48,12 @@ bool CQuilletView::preTranslateMessage(MSG& message) {
   return CListView::preTranslateMessage(message);
 }
 
+// What it has been about may be another message now.
+void CQuilletView::hideTip() {
+  tipRow_ = -1;
+  SendMessageW(tip_, TTM_POP, 0, 0);
+}
+
 void CQuilletView::onTip(NMTTDISPINFOW& asked) {
   std::string text;
   for (const int column : {contentColumn, phoneColumn, timeColumn}) {
