@@ -10,9 +10,28 @@
 #include "text/plain.h"
 
 namespace app {
+namespace {
+
+// Small letters without their accents.
+std::wstring folded(const std::string& text) {
+  const std::wstring wide = framework::toWide(text);
+  std::wstring parts(4 * wide.size(), L'\0');  // room for a letter with three accents
+  const int length = FoldStringW(MAP_COMPOSITE, wide.data(), static_cast<int>(wide.size()), parts.data(),
+                                 static_cast<int>(parts.size()));
+  parts = length > 0 ? parts.substr(0, static_cast<std::size_t>(length)) : wide;
+  std::erase_if(parts, [](wchar_t unit) { return unit >= 0x300 && unit < 0x370; });
+  CharLowerBuffW(parts.data(), static_cast<DWORD>(parts.size()));
+  return parts;
+}
+
+}  // namespace
 
 SoughtText::SoughtText(std::string text, bool matchCase)
-    : text_(std::move(text)), lowered_(text_), matchCase_(matchCase), ascii_(text::isAscii(text_)) {
+    : text_(std::move(text)),
+      lowered_(text_),
+      folded_(folded(text_)),
+      matchCase_(matchCase),
+      ascii_(text::isAscii(text_)) {
   std::ranges::transform(lowered_, lowered_.begin(), text::lowered);
 }
 
@@ -23,13 +42,9 @@ bool SoughtText::isIn(const store::SmsRecord& message) const {
 
 bool SoughtText::isIn(const std::string& field) const {
   if (matchCase_) return field.find(text_) != field.npos;
-  // Most texts are of this kind, and the system's comparison takes its time.
+  // Most texts are of this kind, and it takes a tenth of the time.
   if (ascii_ && text::isAscii(field)) return !std::ranges::search(field, lowered_, {}, text::lowered).empty();
-  const std::wstring where = framework::toWide(field);
-  const std::wstring what = framework::toWide(text_);
-  return FindNLSStringEx(LOCALE_NAME_USER_DEFAULT, FIND_FROMSTART | NORM_IGNORECASE | NORM_IGNORENONSPACE,
-                         where.data(), static_cast<int>(where.size()), what.data(),
-                         static_cast<int>(what.size()), nullptr, nullptr, nullptr, 0) >= 0;
+  return folded(field).find(folded_) != std::wstring::npos;
 }
 
 }  // namespace app

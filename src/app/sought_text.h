@@ -20,6 +20,7 @@ class SoughtText {
 
   std::string text_;
   std::string lowered_;  // of a text in ASCII
+  std::wstring folded_;
   bool matchCase_;
   bool ascii_;
 };

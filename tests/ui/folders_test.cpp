@@ -1,3 +1,4 @@
+#include "app/sought_text.h"
 #include "running_app.h"
 
 // What is shown of the folders, and the window around them.
@@ -151,6 +152,15 @@ TEST_F(Folders, TheFrameHasItsSizesAndKeys) {
   app_.key(app_.list(), VK_F6);
   EXPECT_EQ(GetFocus(), app_.tree());
   app_.watch({press(IDOK)}, [this] { SendMessageW(app_.window(), WM_SYSCOMMAND, ID_APP_ABOUT, 0); });
+}
+
+TEST(SoughtText, IsFoundInAnyLetterCaseAndWithoutAccentsUnlessTheCaseMatters) {
+  const store::SmsRecord message{.Content = "Réunion à 9 h, ÉTÉ", .Time = "26030211223304", .Phone = "+31 6"};
+  const std::tuple<const char*, bool, bool> rows[] = {
+      {"REUNION A", false, true}, {"réunion", true, false},     {"Réunion", true, true}, {"eté", false, true},
+      {"+31", false, true},       {"02 11:22:33", false, true}, {"9 H", true, false},    {"", false, false}};
+  for (const auto& [text, matchCase, found] : rows)
+    EXPECT_EQ(app::SoughtText(text, matchCase).isIn(message), found) << text;
 }
 
 }  // namespace
