@@ -49,7 +49,7 @@ bool CQuilletApp::initInstance() {
 
   // Windows needs no enabling of containers for controls, nor of a 3-D look, any more.
   // No settings are kept in the registry: what can be set stands in the files beside the program.
-  library_.load(moduleDirectory_, link_);
+  if (!offline_) library_.load(moduleDirectory_, link_);
   readPort();
   if (!connect()) return false;
   if (!createFrame()) return false;
@@ -89,7 +89,14 @@ void CQuilletApp::readSkinFont() {
     skin::skinState().fontSize = store::leadingNumber(size);
 }
 
+void CQuilletApp::showSwitches() {
+  loadResourceLibrary();
+  list::showMessage(loadString(IDS_SWITCHES));
+  framework::setResourceModule(nullptr);
+}
+
 bool CQuilletApp::connect() {
+  if (offline_) return true;
   if (!link_.isBound()) {
     list::showMessage(loadString(IDS_NO_LIBRARY));
     return true;
@@ -205,7 +212,7 @@ void CQuilletApp::showSummary() {
                           {store::folderState().folderPaths[store::position(row.folder)],
                            std::to_string(frame()->tree().folders()[row.folder].size())});
   }
-  if (const std::string handset = link_.describe(); !handset.empty())
+  if (const std::string handset = offline_ ? loadString(IDS_OFFLINE) : link_.describe(); !handset.empty())
     summary = formatText(loadString(IDS_HANDSET_SUMMARY), {handset, summary});
   frame()->tree().showResult(summary);
 }

@@ -22,6 +22,11 @@ class CQuilletApp : public framework::CWinApp {
   explicit CQuilletApp(std::string moduleDirectory,
                        std::unique_ptr<store::FileSystem> files = std::make_unique<WindowsFiles>());
 
+  // Before run: the program does without the phone-link library, and without a word about that.
+  void goOffline() { offline_ = true; }
+  // Instead of run: says which switches there are.
+  void showSwitches();
+
   // The handset's port; -1 when the settings name none.
   int port() const { return port_; }
   CMainFrame* frame() const { return static_cast<CMainFrame*>(mainFrame()); }
@@ -63,6 +68,7 @@ class CQuilletApp : public framework::CWinApp {
   framework::UniqueModule richEdit_;
   std::optional<SingleInstance> instance_;
   int port_ = -1;
+  bool offline_ = false;
 };
 
 }  // namespace app

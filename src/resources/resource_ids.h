@@ -138,6 +138,8 @@
 #define IDS_NOT_TAKEN_BACK 62159
 #define IDS_TEXT_COPIED 62160
 #define IDS_NOT_COPIED 62161
+#define IDS_SWITCHES 62162
+#define IDS_OFFLINE 62163
 
 // Status bar and file problems
 #define IDS_READY 62000
