@@ -4,6 +4,7 @@
 
 #include "app/about_dialog.h"
 #include "app/quillet_doc.h"
+#include "app/resource_library.h"
 #include "dialogs/new_message_dialog.h"
 #include "dialogs/reader_dialog.h"
 #include "framework/input_lock.h"
@@ -71,7 +72,7 @@ int CQuilletApp::exitInstance() {
 }
 
 void CQuilletApp::loadResourceLibrary() {
-  resourceLibrary_ = framework::loadResourceLibrary(moduleDirectory_ + "zelSMS.dll");
+  resourceLibrary_ = loadTexts(moduleDirectory_);
   framework::setResourceModule(resourceLibrary_.get());
 }
 
