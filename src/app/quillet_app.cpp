@@ -213,8 +213,12 @@ void CQuilletApp::showSummary() {
                           {store::folderState().folderPaths[store::position(row.folder)],
                            std::to_string(frame()->tree().folders()[row.folder].size())});
   }
-  if (const std::string handset = offline_ ? loadString(IDS_OFFLINE) : link_.describe(); !handset.empty())
-    summary = formatText(loadString(IDS_HANDSET_SUMMARY), {handset, summary});
+  std::string handset = loadString(IDS_OFFLINE);
+  if (!offline_) {
+    const framework::CInputLock lock;
+    handset = link_.describe();
+  }
+  if (!handset.empty()) summary = formatText(loadString(IDS_HANDSET_SUMMARY), {handset, summary});
   frame()->tree().showResult(summary);
 }
 
