@@ -10,7 +10,8 @@ namespace {
 struct Range {
   UINT first, last;
 };
-constexpr Range input[] = {{WM_KEYFIRST, WM_KEYLAST},
+constexpr Range input[] = {{WM_NCLBUTTONDOWN, WM_NCXBUTTONDBLCLK},
+                           {WM_KEYFIRST, WM_KEYLAST},
                            {WM_LBUTTONDOWN, WM_MOUSELAST},
                            {WM_COMMAND, WM_SYSCOMMAND},
                            {WM_CLOSE, WM_QUERYENDSESSION}};
