@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <new>
 
+#include "framework/input_lock.h"
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
@@ -175,7 +176,8 @@ void CQuilletView::onDelete() {
   std::size_t gone = 0;
   store::WriteResult result;
   {
-    const framework::CRedrawLock lock(*this);
+    const framework::CInputLock inputLock;  // looking for Escape lets messages in
+    const framework::CRedrawLock redrawLock(*this);
     ULONGLONG shownAt = 0;
     // Each is a change of the file of its own, so that whenever it breaks off, the file holds all that are
     // left.
