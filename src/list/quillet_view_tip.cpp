@@ -22,6 +22,7 @@ bool isInput(UINT message) {
 }  // namespace
 
 void CQuilletView::createTip() {
+  ListView_SetToolTips(handle(), nullptr);  // it would ask for the same texts, and show them twice
   tip_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, handle(), nullptr,
                          GetModuleHandleW(nullptr), nullptr);
   TTTOOLINFOW tool{};
