@@ -92,7 +92,9 @@ LRESULT CNumberEntry::onKillFocus() {
   return defaultProcessing();
 }
 
+// What follows does not ask whether the box may be changed.
 void CNumberEntry::onPaste() {
+  if (GetWindowLongW(handle(), GWL_STYLE) & ES_READONLY) return;
   const std::wstring text = framework::clipboardText(handle());
   if (!text.empty()) send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
