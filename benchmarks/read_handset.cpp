@@ -35,8 +35,6 @@ class Terminal : public ByteStream {
     return Arrival::bytes;
   }
 
-  void discardInput() override { ::tcflush(file_, TCIFLUSH); }
-
  private:
   int file_;
 };
@@ -63,18 +61,24 @@ class SteadyClock : public Clock {
   }
 };
 
-bool print(const std::optional<std::vector<handset::Message>>& messages) {
-  if (!messages) return false;
-  for (const handset::Message& message : *messages) std::puts(message.text.c_str());
-  return true;
+bool print(const handset::Listing<handset::Message>& messages) {
+  for (const handset::Message& message : messages.items) std::puts(message.text.c_str());
+  return messages.complete;
 }
+
+// Nothing is laid down.
+struct NoSettings : handset::at::PortSettings {
+  std::string value(std::string_view) override { return {}; }
+  void setValue(std::string_view, std::string_view) override {}
+};
 
 }  // namespace
 
 int main(int count, char** arguments) {
   if (count != 2) return 64;
   SteadyClock clock;
-  AtHandset phone{[arguments](int, int) { return openTerminal(arguments[1]); }, clock};
+  NoSettings settings;
+  AtHandset phone{[arguments](int, int) { return openTerminal(arguments[1]); }, clock, settings};
   const bool ready = phone.open(1, 115200) && phone.init();
   return ready && print(phone.simReceived()) && print(phone.simOutgoing()) && print(phone.phoneMessages())
              ? 0

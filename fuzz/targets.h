@@ -40,7 +40,7 @@ inline void listings(std::string_view input) {
     const Pdu pdu = decodePdu(lines.back());
     require(!pdu.part || (pdu.part->number > 0 && pdu.part->number <= pdu.part->total));
     require(text::isValidUtf8(pdu.number + textOf(std::span{&pdu.data, 1})));
-    stored.push_back({pdu, lines.back(), 0, 0});
+    stored.push_back({.pdu = pdu, .hex = lines.back()});
   }
   require(std::max(joinedMessages(stored, 10).size(), messagesIn(lines).size()) <= lines.size());
   for (const CharacterSet set : {CharacterSet::ucs2, CharacterSet::gsm, CharacterSet::ira})
@@ -57,10 +57,15 @@ struct Modem : handset::at::ByteStream {
     bytes += output;
     return std::exchange(output, {}).empty() ? Arrival::nothing : Arrival::bytes;
   }
-  void discardInput() override { output.clear(); }
 
   std::string_view rest;
   std::string output;
+};
+
+// Everything is wanted.
+struct Settings : handset::at::PortSettings {
+  std::string value(std::string_view key) override { return key == "pin" ? "1234" : "yes"; }
+  void setValue(std::string_view, std::string_view) override {}
 };
 
 // Goes on by itself, so that nobody waits for ever.
@@ -75,12 +80,14 @@ inline void channel(std::string_view input) {
   using namespace handset::at;
   FastClock clock;
   const auto open = [&](int, int) { return OpenedPort{PortProblem::none, std::make_unique<Modem>(input)}; };
-  AtHandset handset(open, clock);
+  Settings settings;
+  AtHandset handset(open, clock, settings);
   if (!handset.open(1, 115200)) return require(!handset.lastProblem().empty());
-  handset.init();
-  handset.simReceived();
+  require(handset.init() == handset.lastProblem().empty());
+  const auto received = handset.simReceived();
   handset.phoneMessages();
   handset.send("112", std::string(200, 'x'));
+  for (const ::handset::Message& message : received.items) handset.remove(message);
   handset.initPhonebook();
   handset.simContacts();
   handset.phoneContacts();

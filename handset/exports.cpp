@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <span>
+#include <string_view>
 
 #include "handset/at/at_handset.h"
 #include "handset/library.h"
+#include "handset/port_file.h"
 #include "handset/serial_port.h"
 #include "handset/simulated/simulated_handset.h"
 #include "handset/system_clock.h"
@@ -11,19 +14,33 @@
 #include "text/system.h"
 
 // The functions that the program binds by name. Buffers are the program's, of the sizes that the entry
-// layouts give; no exception leaves a function. Calls come from one thread at a time.
+// layouts give; a read that fails after n entries answers -1 - n; no exception leaves a function. Calls come
+// from one thread at a time.
 
 namespace {
 
 constexpr int failed = 0;
 constexpr int notSent = -1;
+constexpr int nothingRead = -1;
+
+// Puts a text into the caller's `size` bytes with a NUL behind it; the bytes of it, whole characters only.
+int copied(std::string_view text, char* buffer, int size) {
+  if (buffer == nullptr || size <= 0) return 0;
+  std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+  while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+    --length;
+  text.copy(buffer, length);
+  buffer[length] = '\0';
+  return static_cast<int>(length);
+}
 
 // Made by the first call, gone with the library.
 handset::Library& library() {
   static handset::SystemClock clock;
+  static handset::PortFile settings;
   static handset::Library instance{
       std::make_unique<handset::SimulatedHandset>(std::make_unique<handset::WindowsEnvironment>()),
-      std::make_unique<handset::at::AtHandset>(handset::openSerialPort, clock),
+      std::make_unique<handset::at::AtHandset>(handset::openSerialPort, clock, settings),
       std::make_unique<text::SystemCodePage>()};
   return instance;
 }
@@ -40,7 +57,7 @@ int guarded(int result, Call call) noexcept {
 // One of the reads that fill a buffer of `size` bytes.
 int read(int (handset::Library::*operation)(std::span<std::byte>), void* buffer, std::size_t size) noexcept {
   if (buffer == nullptr) return 0;
-  return guarded(0, [&](handset::Library& l) {
+  return guarded(nothingRead, [&](handset::Library& l) {
     return (l.*operation)({static_cast<std::byte*>(buffer), size});
   });
 }
@@ -95,6 +112,26 @@ PHONE_LINK zelSendSMS(const void* entry) {
   return guarded(notSent, [=](handset::Library& l) {
     return l.send(phonelink::MessageBytes{static_cast<const std::byte*>(entry), phonelink::messageEntrySize});
   });
+}
+
+// Removes the message whose entry a read has given: 1 gone, 2 gone with the last of its other entries, 0 not.
+PHONE_LINK zelRemoveSMS(const void* entry) {
+  if (entry == nullptr) return failed;
+  return guarded(failed, [=](handset::Library& l) {
+    return l.remove(
+        phonelink::MessageBytes{static_cast<const std::byte*>(entry), phonelink::messageEntrySize});
+  });
+}
+
+// The last problem in words, UTF-8, as much as fits `size` bytes with a NUL; its length, 0 when there is
+// none.
+PHONE_LINK zelProblem(char* text, int size) {
+  return guarded(0, [=](handset::Library& l) { return copied(l.problem(), text, size); });
+}
+
+// The same for how full the SIM is.
+PHONE_LINK zelRoom(char* text, int size) {
+  return guarded(0, [=](handset::Library& l) { return copied(l.room(), text, size); });
 }
 
 PHONE_LINK zelInitPB() {

@@ -26,7 +26,6 @@ using handset::at::PortProblem;
 enum ExitCode { found = 0, noneFound = 1, notWritten = 2, badArguments = 64 };
 
 constexpr int baud = 115200;
-constexpr int askingTime = 3000;  // milliseconds for one port, once it is open
 constexpr std::size_t portWidth = 8;
 constexpr std::size_t answerWidth = 34;
 
@@ -67,18 +66,19 @@ const wchar_t* wordsFor(PortProblem problem) {
 struct Examined {
   bool answers = false;
   std::wstring words;
+  bool wantsPin = false;
 };
 
 Examined examine(int port, handset::SystemClock& clock) {
   const handset::at::OpenedPort opened = handset::openSerialPort(port, baud);
   if (!opened.stream) return {false, wordsFor(opened.problem)};
-  const auto identity = handset::at::askIdentity(*opened.stream, clock, askingTime);
+  const auto identity = handset::at::askIdentity(*opened.stream, clock);
   if (!identity) return {false, L"no answer"};
   std::string name = nameOf(*identity);
   if (name.empty()) name = "a modem without a name";
   if (!identity->wanted.empty()) name += ", asks for " + identity->wanted;
   // All of it is ASCII.
-  return {true, std::wstring(name.begin(), name.end())};
+  return {true, std::wstring(name.begin(), name.end()), identity->wanted == "SIM PIN"};
 }
 
 std::wstring settingsPath() {
@@ -109,16 +109,25 @@ ExitCode run(bool writes) {
   }
   handset::SystemClock clock;
   int first = 0;
+  bool wantsPin = false;
   printRow(L"Port", L"Answer", L"Device");
   for (const handset::SerialPortEntry& port : ports) {
     const Examined examined = examine(port.number, clock);
     printRow(L"COM" + std::to_wstring(port.number), examined.words, port.description);
     if (examined.answers && !first) first = port.number;
+    wantsPin = wantsPin || examined.wantsPin;
   }
   if (!first) {
     print(
         L"\r\nNo phone or modem answered. Is it switched on, connected, and no other program using it?\r\n");
     return noneFound;
+  }
+  if (wantsPin) {
+    print(
+        L"\r\nThe SIM asks for its PIN: enter it on the phone, take the request off, or put the line "
+        L"pin=1234 with\r\n"
+        L"your own PIN below [port] in port.ini. Quillet enters it once, and not again when it was "
+        L"refused.\r\n");
   }
   if (writes) return write(first);
   print(L"\r\nPut com=" + std::to_wstring(first) + L" into port.ini, or let \"findport --write\" do it.\r\n");

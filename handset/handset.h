@@ -1,12 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace handset {
+
+// Where a message, or a part of a long one, lay when it was listed, and what lay there.
+struct Place {
+  std::string store;  // in the handset's words; empty: in none
+  int index = -1;     // -1: the handset did not say
+  std::string content;
+
+  bool operator==(const Place&) const = default;
+};
 
 // One message as a handset keeps it. Texts are UTF-8 of any length; what does not fit an entry is the
 // library's business.
@@ -16,6 +24,7 @@ struct Message {
   std::string text;                // line breaks are LF
   std::uint16_t status = 0;        // as in the handset entries: 1 read, 3 unread, 7 outgoing
   std::int16_t storageNumber = 0;  // its place in the store that it was read from
+  std::vector<Place> places = {};  // of all its parts
 
   bool operator==(const Message&) const = default;
 };
@@ -27,9 +36,16 @@ struct Contact {
   bool operator==(const Contact&) const = default;
 };
 
+// What a read has given. Where it failed, what came before is there all the same.
+template <typename Item>
+struct Listing {
+  std::vector<Item> items;
+  bool complete = true;
+};
+
 // One handset, simulated or real. Owned by the library for as long as it is loaded; opened and closed many
-// times. Every call may block for as long as a slow port takes. A list that could not be read is nullopt,
-// which is not the same as an empty one. Nothing but open() and offersUnicode() is called while it is closed.
+// times. Every call may block for as long as a slow port takes. Nothing but open(), offersUnicode() and
+// lastProblem() is called while it is closed.
 class Handset {
  public:
   virtual ~Handset() = default;
@@ -47,17 +63,27 @@ class Handset {
   // Who it is, in words that a person can read; ASCII. A slow one takes a second at most.
   virtual std::string describe() = 0;
 
-  virtual std::optional<std::vector<Message>> simReceived() = 0;
-  virtual std::optional<std::vector<Message>> simOutgoing() = 0;
+  virtual Listing<Message> simReceived() = 0;
+  virtual Listing<Message> simOutgoing() = 0;
   // Everything in the phone's own memory, told apart by its status.
-  virtual std::optional<std::vector<Message>> phoneMessages() = 0;
+  virtual Listing<Message> phoneMessages() = 0;
 
   // True only when the handset has confirmed the message. An unknown outcome is false; never tries twice.
   virtual bool send(std::string_view number, std::string_view text) = 0;
 
+  // Removes a message that a list has given, all its parts. True only when each was found at its place, as it
+  // was listed, and is there no more.
+  virtual bool remove(const Message& message) = 0;
+  // How full the SIM is, in words, as of the last list; empty where that is not known.
+  virtual std::string simRoom() = 0;
+
   virtual bool initPhonebook() = 0;
-  virtual std::optional<std::vector<Contact>> simContacts() = 0;
-  virtual std::optional<std::vector<Contact>> phoneContacts() = 0;
+  virtual Listing<Contact> simContacts() = 0;
+  virtual Listing<Contact> phoneContacts() = 0;
+
+  // Why the last operation that failed did so, in words a person can read, UTF-8; empty when nothing has
+  // failed since the last open.
+  virtual const std::string& lastProblem() const = 0;
 };
 
 }  // namespace handset

@@ -56,8 +56,6 @@ class SerialPort : public ByteStream {
     return waiting ? Arrival::nothing : Arrival::gone;
   }
 
-  void discardInput() override { PurgeComm(port_.get(), PURGE_RXABORT | PURGE_RXCLEAR); }
-
  private:
   // Appends up to `most` bytes, all that come within `wait` milliseconds; false when reading fails.
   bool take(std::string& bytes, DWORD most, DWORD wait) {

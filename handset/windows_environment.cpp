@@ -21,8 +21,9 @@ struct CloseFile {
 };
 using FileHandle = std::unique_ptr<void, CloseFile>;
 
-// This library's folder with a backslash behind it; empty when the system does not tell.
-std::wstring ownFolder() {
+}  // namespace
+
+std::wstring libraryFolder() {
   HMODULE module = nullptr;
   if (!GetModuleHandleExW(
           GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT, contentName,
@@ -37,10 +38,8 @@ std::wstring ownFolder() {
   }
 }
 
-}  // namespace
-
 std::optional<std::string> WindowsEnvironment::readContent(std::size_t limit) {
-  const std::wstring folder = ownFolder();
+  const std::wstring folder = libraryFolder();
   if (folder.empty()) return std::nullopt;
   // An editor may have the file open: that is no reason not to read it.
   const HANDLE handle = CreateFileW((folder + contentName).c_str(), GENERIC_READ,

@@ -6,6 +6,9 @@
 
 namespace handset {
 
+// The folder that the library lies in, with a backslash behind it; empty when the system does not tell.
+std::wstring libraryFolder();
+
 // The real surroundings of a simulated handset: the system's clock, and the file handset.txt in the folder
 // of the library itself, wherever the program runs from.
 class WindowsEnvironment : public Environment {

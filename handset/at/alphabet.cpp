@@ -3,25 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "handset/at/national.h"
+
 namespace handset::at {
 namespace {
-
-// Place 0x1B is the escape, which is no character of its own.
-constexpr std::u16string_view defaultTable =
-    u"@£$¥èéùìòÇ\nØø\rÅå"
-    u"Δ_ΦΓΛΩΠΨΣΘΞ\x1BÆæßÉ"
-    u" !\"#¤%&'()*+,-./"
-    u"0123456789:;<=>?"
-    u"¡ABCDEFGHIJKLMNO"
-    u"PQRSTUVWXYZÄÖÑÜ§"
-    u"¿abcdefghijklmno"
-    u"pqrstuvwxyzäöñüà";
-static_assert(defaultTable.size() == 128 && defaultTable[escapeSeptet] == u'\x1B');
-
-struct Extension {
-  std::uint8_t septet;
-  char16_t character;
-};
 
 constexpr std::array<Extension, 10> extensionTable{{{0x0A, u'\f'},
                                                     {0x14, u'^'},
@@ -34,23 +19,25 @@ constexpr std::array<Extension, 10> extensionTable{{{0x0A, u'\f'},
                                                     {0x40, u'|'},
                                                     {0x65, u'€'}}};
 
-char16_t extended(std::uint8_t septet) {
+char16_t extended(std::uint8_t septet, Languages languages) {
+  if (const char16_t character = singleShift(languages.single, septet)) return character;
   const auto found = std::ranges::find(extensionTable, septet, &Extension::septet);
   if (found != extensionTable.end()) return found->character;
-  return septet == escapeSeptet ? u' ' : defaultTable[septet];
+  return septet == escapeSeptet ? u' ' : lockingTable(languages.locking)[septet];
 }
 
 }  // namespace
 
-std::u16string textFromSeptets(Octets septets) {
+std::u16string textFromSeptets(Octets septets, Languages languages) {
+  const std::u16string_view table = lockingTable(languages.locking);
   std::u16string text;
   text.reserve(septets.size());
   for (std::size_t i = 0; i < septets.size(); ++i) {
     const auto septet = static_cast<std::uint8_t>(septets[i] & 0x7FU);
     if (septet != escapeSeptet) {
-      text += defaultTable[septet];
+      text += table[septet];
     } else if (i + 1 < septets.size()) {
-      text += extended(static_cast<std::uint8_t>(septets[++i] & 0x7FU));
+      text += extended(static_cast<std::uint8_t>(septets[++i] & 0x7FU), languages);
     } else {
       text += u' ';
     }

@@ -18,9 +18,29 @@ using Octets = std::span<const std::uint8_t>;
 // Announces a character of the extension table; the two septets belong together.
 inline constexpr std::uint8_t escapeSeptet = 0x1B;
 
-// Never fails: what the extension table lacks is read from the default one, a lone escape is a space. Only
-// the lower seven bits of each byte count.
-std::u16string textFromSeptets(Octets septets);
+// Place 0x1B is the escape, which is no character of its own.
+inline constexpr std::u16string_view defaultTable =
+    u"@£$¥èéùìòÇ\nØø\rÅå"
+    u"Δ_ΦΓΛΩΠΨΣΘΞ\x1BÆæßÉ"
+    u" !\"#¤%&'()*+,-./"
+    u"0123456789:;<=>?"
+    u"¡ABCDEFGHIJKLMNO"
+    u"PQRSTUVWXYZÄÖÑÜ§"
+    u"¿abcdefghijklmno"
+    u"pqrstuvwxyzäöñüà";
+static_assert(defaultTable.size() == 128 && defaultTable[escapeSeptet] == u'\x1B');
+
+// The national tables that a message is written in, by the numbers of their languages; 0: the default ones.
+struct Languages {
+  std::uint8_t locking = 0;
+  std::uint8_t single = 0;
+
+  bool operator==(const Languages&) const = default;
+};
+
+// Never fails: what the extension table lacks is read from the other one, a lone escape is a space. Only the
+// lower seven bits of each byte count.
+std::u16string textFromSeptets(Octets septets, Languages languages = {});
 
 // nullopt when the alphabet lacks a character.
 std::optional<Septets> septetsFromText(std::u16string_view text);

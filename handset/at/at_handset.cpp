@@ -1,5 +1,7 @@
 #include "handset/at/at_handset.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "handset/at/channel.h"
@@ -7,6 +9,7 @@
 #include "handset/at/fields.h"
 #include "handset/at/joined_messages.h"
 #include "handset/at/message_list.h"
+#include "handset/at/message_reader.h"
 #include "handset/at/modem_identity.h"
 #include "handset/at/opening.h"
 #include "handset/at/phonebook_reader.h"
@@ -17,23 +20,16 @@ namespace handset::at {
 namespace {
 
 constexpr std::string_view simStore = "SM";
-constexpr std::string_view phoneStore = "ME";
+constexpr std::string_view phoneMemory = "ME";
+constexpr std::string_view bothStores = "MT";
+constexpr std::string_view reportStore = "SR";
 constexpr const char* notOpen = "no port is open";
-
-// A store that holds nothing is sometimes listed with an error.
-bool meansEmpty(const Answer& listing, const Answer& selection) {
-  constexpr int invalidIndex = 321;
-  if (listing.outcome != Answer::Outcome::refused) return false;
-  if (listing.result.family == FinalResult::Family::message && listing.result.number == invalidIndex)
-    return true;
-  const std::optional<std::string_view> counts = valueOf(selection.lines, "+CPMS:");
-  return counts && numberOf(fieldsOf(*counts).front().text) == 0;
-}
+constexpr int noServiceCentre = 330;
 
 }  // namespace
 
-AtHandset::AtHandset(OpenPort openPort, Clock& clock, std::size_t joinLimit)
-    : openPort_{std::move(openPort)}, clock_{clock}, joinLimit_{joinLimit} {}
+AtHandset::AtHandset(OpenPort openPort, Clock& clock, PortSettings& settings, std::size_t joinLimit)
+    : openPort_{std::move(openPort)}, clock_{clock}, settings_{settings}, joinLimit_{joinLimit} {}
 
 AtHandset::~AtHandset() = default;
 
@@ -45,6 +41,7 @@ bool AtHandset::fail(std::string problem) {
 bool AtHandset::open(int port, int baud) {
   close();
   lastProblem_.clear();
+  if (std::exchange(port_, port) != port) handedOver_.clear();
   OpenedPort opened = openPort_(port, baud);
   if (!opened.stream) return fail(problemOf(opened.problem, port));
   stream_ = std::move(opened.stream);
@@ -53,7 +50,7 @@ bool AtHandset::open(int port, int baud) {
   dialect_ = std::make_unique<Dialect>();
   // Not the same for every run, or parts of different messages would look alike to their receiver.
   reference_ = static_cast<std::uint8_t>(clock_.milliseconds());
-  const std::string problem = findModem(*channel_);
+  const std::string problem = findModem(*channel_, *dialect_);
   if (problem.empty()) return true;
   close();
   return fail(problem);
@@ -61,12 +58,13 @@ bool AtHandset::open(int port, int baud) {
 
 bool AtHandset::init() {
   if (!channel_) return fail(notOpen);
-  std::string problem = prepareForMessages(*channel_, clock_, *dialect_);
+  std::string problem = prepareForMessages(*channel_, clock_, settings_, *dialect_);
   return problem.empty() || fail(std::move(problem));
 }
 
 void AtHandset::close() {
-  simOutgoing_.reset();
+  endReading();
+  keepHandedOver();
   dialect_.reset();
   channel_.reset();
   stream_.reset();
@@ -85,90 +83,165 @@ std::string AtHandset::describe() {
   return name + (name.empty() ? "COM" : " at COM") + std::to_string(port_);
 }
 
-std::optional<std::vector<Message>> AtHandset::listStore(std::string_view store) {
-  if (!channel_) {
-    fail(notOpen);
-    return std::nullopt;
-  }
-  if (!Dialect::mayOffer(dialect_->messageStores, store)) return std::vector<Message>{};
-  const std::string name = "messages in " + std::string{store} + ": ";
-  // Only what is read and deleted; where new messages go is left alone.
-  const Answer selection = select(*channel_, clock_, "AT+CPMS=", "+CPMS:", store, dialect_->hexStrings);
-  if (!selection.ok()) {
-    fail(name + problemOf(selection));
-    return std::nullopt;
-  }
-  const Answer listing = channel_->command("AT+CMGL=4", "+CMGL:", listDeadline);
-  if (!listing.ok() && !meansEmpty(listing, selection)) {
-    fail(name + problemOf(listing));
-    return std::nullopt;
-  }
-  return joinedMessages(messagesIn(listing.lines), joinLimit_);
+void AtHandset::endReading() {
+  simOutgoing_.reset();
+  phone_.reset();
+  stalled_.clear();
 }
 
-std::optional<std::vector<Message>> AtHandset::simReceived() {
-  std::optional<std::vector<Message>> all = listStore(simStore);
-  simOutgoing_.reset();
-  if (!all) return std::nullopt;
-  std::vector<Message> received;
-  simOutgoing_.emplace();
-  for (Message& message : *all) {
-    const bool outgoing = message.status == phonelink::statusOutgoing;
-    (outgoing ? *simOutgoing_ : received).push_back(std::move(message));
+// What a handset gives away unasked it does not keep: it stays here until the port changes.
+void AtHandset::keepHandedOver() {
+  if (!channel_) return;
+  for (HandedOver& message : channel_->takeHandedOver())
+    if (std::ranges::find(handedOver_, message) == handedOver_.end() &&
+        handedOver_.size() < Channel::mostHandedOver)
+      handedOver_.push_back(std::move(message));
+}
+
+void AtHandset::appendHandedOver(std::vector<Message>& received, std::size_t from) const {
+  for (std::size_t i = from; i < handedOver_.size(); ++i) {
+    Message made = receivedMessage(handedOver_[i]);
+    // Some store it all the same.
+    const auto same = [&made](const Message& one) {
+      return one.number == made.number && one.time == made.time && one.text == made.text;
+    };
+    if (std::ranges::none_of(received, same)) received.push_back(std::move(made));
   }
+}
+
+// Appends what the store holds, if the handset has it; false: not all of it.
+bool AtHandset::readStore(std::string_view store, std::vector<StoredPdu>& stored) {
+  if (!stalled_.empty()) return fail(stalled_);
+  if (!Dialect::mayOffer(dialect_->messageStores, store)) return true;
+  MessageReader reader{*channel_, clock_, *dialect_};
+  std::vector<StoredPdu> read = reader.read(store);
+  stored.insert(stored.end(), std::make_move_iterator(read.begin()), std::make_move_iterator(read.end()));
+  if (store == simStore && reader.counts() && reader.counts()->all > 0)
+    simRoom_ = "SIM: " + std::to_string(reader.counts()->used) + " of " +
+               std::to_string(reader.counts()->all) + " used";
+  if (reader.problem().empty()) return true;
+  if (reader.stalled()) stalled_ = reader.problem();
+  return fail(reader.problem());
+}
+
+Listing<Message> AtHandset::listStore(std::string_view store) {
+  if (!channel_) return {{}, fail(notOpen)};
+  std::vector<StoredPdu> stored;
+  bool complete = readStore(store, stored);
+  const std::vector<std::string>& stores = dialect_->messageStores;
+  const bool reports = store != simStore && settings_.value(reportKey) == "yes" &&
+                       std::ranges::find(stores, reportStore) != stores.end();
+  if (reports) complete = readStore(reportStore, stored) && complete;
+  return {joinedMessages(stored, joinLimit_), complete};
+}
+
+Listing<Message> AtHandset::simReceived() {
+  endReading();
+  simRoom_.clear();
+  Listing<Message> all = listStore(simStore);
+  Listing<Message> received{{}, all.complete};
+  simOutgoing_.emplace(std::vector<Message>{}, all.complete);
+  for (Message& message : all.items) {
+    const bool outgoing = message.status == phonelink::statusOutgoing;
+    (outgoing ? simOutgoing_->items : received.items).push_back(std::move(message));
+  }
+  keepHandedOver();
+  appendHandedOver(received.items, 0);
   return received;
 }
 
 // Listing takes long, and whoever wants one half of the store wants the other one too.
-std::optional<std::vector<Message>> AtHandset::simOutgoing() {
-  if (!simOutgoing_ && !simReceived()) return std::nullopt;
-  return std::exchange(simOutgoing_, std::nullopt);
+Listing<Message> AtHandset::simOutgoing() {
+  if (!simOutgoing_) simReceived();
+  return *std::exchange(simOutgoing_, std::nullopt);
 }
 
-std::optional<std::vector<Message>> AtHandset::phoneMessages() {
-  return listStore(phoneStore);
+// What lies in the phone alone, or all that the handset has where it does not tell its stores apart.
+std::string AtHandset::phoneStore() const {
+  const std::vector<std::string>& stores = dialect_->messageStores;
+  const auto offers = [&stores](std::string_view name) {
+    return std::ranges::find(stores, name) != stores.end();
+  };
+  const bool both = offers(bothStores) && !offers(simStore) && !offers(phoneMemory);
+  return std::string{both ? bothStores : phoneMemory};
+}
+
+Listing<Message> AtHandset::phoneMessages() {
+  if (!channel_) return {{}, fail(notOpen)};
+  if (!phone_) {
+    phone_ = listStore(phoneStore());
+    const std::size_t before = handedOver_.size();
+    keepHandedOver();
+    // What came while this was listed is in no list yet.
+    appendHandedOver(phone_->items, before);
+  }
+  return *phone_;
+}
+
+// The service centre that the SIM names, written back, is what some handsets need to find it.
+bool AtHandset::renewServiceCentre() {
+  const Answer answer = channel_->command("AT+CSCA?", "+CSCA:", simDeadline);
+  const std::optional<std::string_view> value = valueOf(answer.lines, "+CSCA:");
+  if (!answer.ok() || !value || value->find_first_not_of("\"+,*#0123456789ABCDEFabcdef") != value->npos)
+    return false;
+  if (fieldsOf(*value).front().text.empty()) return false;
+  return channel_->command("AT+CSCA=" + std::string{*value}, {}, simDeadline).ok();
+}
+
+bool AtHandset::sendPart(const std::string& hex, std::size_t octets) {
+  const auto sent = [&] {
+    return channel_->commandWithText("AT+CMGS=" + std::to_string(octets), hex, "+CMGS:", promptDeadline,
+                                     sendDeadline);
+  };
+  Answer answer = sent();
+  // Without a service centre nothing has gone out.
+  if (answer.outcome == Answer::Outcome::refused && answer.result.number == noServiceCentre &&
+      renewServiceCentre())
+    answer = sent();
+  if (!answer.ok()) return fail(problemOf(answer));
+  // Whether it went out is then unknown; sending it again could send it twice.
+  return valueOf(answer.lines, "+CMGS:") || fail("the handset does not confirm the message");
 }
 
 bool AtHandset::send(std::string_view number, std::string_view text) {
   if (!channel_) return fail(notOpen);
-  simOutgoing_.reset();
-  const std::optional<std::vector<SubmitPdu>> parts = submitPdus(number, text, reference_);
+  endReading();
+  const bool report = settings_.value(reportKey) == "yes";
+  const std::optional<std::vector<SubmitPdu>> parts = submitPdus(number, text, reference_, report);
   if (!parts) return fail(dialledNumber(number) ? "the text is too long" : "this is no number to send to");
   if (parts->size() > 1) ++reference_;
-  for (const SubmitPdu& part : *parts) {
-    const Answer answer = channel_->commandWithText("AT+CMGS=" + std::to_string(part.octets), part.hex,
-                                                    "+CMGS:", promptDeadline, sendDeadline);
-    if (!answer.ok()) return fail(problemOf(answer));
-    // Whether it went out is then unknown; sending it again could send it twice.
-    if (!valueOf(answer.lines, "+CMGS:")) return fail("the handset does not confirm the message");
-  }
-  return true;
+  return std::ranges::all_of(*parts,
+                             [this](const SubmitPdu& part) { return sendPart(part.hex, part.octets); });
+}
+
+bool AtHandset::remove(const Message& message) {
+  if (!channel_) return fail(notOpen);
+  endReading();
+  MessageReader reader{*channel_, clock_, *dialect_};
+  return reader.remove(message.places) || fail(reader.problem());
 }
 
 bool AtHandset::initPhonebook() {
   if (!channel_) return fail(notOpen);
   PhonebookReader reader{*channel_, clock_, *dialect_};
-  return reader.select(simStore) || (!channel_->gone() && reader.select(phoneStore)) ||
+  return reader.select(simStore) || (!channel_->gone() && reader.select(phoneMemory)) ||
          fail(reader.problem());
 }
 
-std::optional<std::vector<Contact>> AtHandset::listContacts(std::string_view store) {
-  if (!channel_) {
-    fail(notOpen);
-    return std::nullopt;
-  }
+Listing<Contact> AtHandset::listContacts(std::string_view store) {
+  if (!channel_) return {{}, fail(notOpen)};
   PhonebookReader reader{*channel_, clock_, *dialect_};
-  std::optional<std::vector<Contact>> contacts = reader.read(store);
-  if (!contacts) fail(reader.problem());
+  Listing<Contact> contacts = reader.read(store);
+  if (!contacts.complete) fail(reader.problem());
   return contacts;
 }
 
-std::optional<std::vector<Contact>> AtHandset::simContacts() {
+Listing<Contact> AtHandset::simContacts() {
   return listContacts(simStore);
 }
 
-std::optional<std::vector<Contact>> AtHandset::phoneContacts() {
-  return listContacts(phoneStore);
+Listing<Contact> AtHandset::phoneContacts() {
+  return listContacts(phoneMemory);
 }
 
 }  // namespace handset::at

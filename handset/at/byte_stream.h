@@ -19,8 +19,6 @@ class ByteStream {
   virtual bool write(std::string_view bytes) = 0;
   // Waits up to `milliseconds` (0 = not at all) for the first byte and appends what has come by then.
   virtual Arrival read(std::string& bytes, int milliseconds) = 0;
-  // Throws away what has come and was not read.
-  virtual void discardInput() = 0;
 };
 
 // Why a port could not be opened.

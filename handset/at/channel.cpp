@@ -1,5 +1,6 @@
 #include "handset/at/channel.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "handset/at/fields.h"
@@ -13,9 +14,14 @@ using Outcome = Answer::Outcome;
 constexpr char escapeKey = '\x1B';
 constexpr char endOfText = '\x1A';
 constexpr int plainDeadline = 3000;
-constexpr int overduePatience = 1000;
-constexpr int quiet = 100;
+constexpr int quietTime = 100;
 constexpr int longestDrain = 300;
+
+// Every modem knows this one, its answer begins like no other, and it asks nothing of the SIM.
+constexpr std::string_view question = "AT+CSCS=?";
+constexpr std::string_view questionPrefix = "+CSCS:";
+constexpr int shortestGrace = 1000;  // for an answer that may be owed
+constexpr std::int64_t longestSlowness = 20'000;
 
 Answer answerOf(Outcome outcome) {
   Answer answer;
@@ -26,6 +32,7 @@ Answer answerOf(Outcome outcome) {
 }  // namespace
 
 bool Channel::write(std::string_view bytes) {
+  if (!since_) since_ = clock_.milliseconds();
   gone_ = gone_ || !stream_.write(bytes);
   return !gone_;
 }
@@ -41,20 +48,36 @@ bool Channel::read(int milliseconds) {
   return !bytes.empty();
 }
 
-// Throws away what comes until nothing has come for a while.
-void Channel::drain() {
+std::int64_t Channel::after(int milliseconds) {
+  return clock_.milliseconds() + milliseconds;
+}
+
+// Takes what comes, but for messages throws it away, until nothing has come for a while.
+void Channel::drain(int quiet) {
   const std::int64_t deadline = after(longestDrain);
   received_ = 0;
   while (read(quiet) && clock_.milliseconds() < deadline && received_ <= mostBytes) {
-    while (const std::optional<std::string> line = reader_.next({}))
-      heardMoreThanEcho_ = heardMoreThanEcho_ || *line != std::string_view{&escapeKey, 1};
+    while (std::optional<std::string> line = reader_.next({}))
+      if (*line != std::string_view{&escapeKey, 1}) belongs(*line, {});
   }
   forget();
 }
 
+// The second line of a message may be on its way; nothing else that has begun is wanted.
 void Channel::forget() {
+  const std::string_view begun = reader_.begun();
+  if (companion_ == Companion::hexadecimal ? begun.empty() || isHex(begun)
+                                           : companionOf(begun) != Companion::none)
+    return;
   reader_.clear();
   companion_ = Companion::none;
+}
+
+void Channel::take(const std::string& body) {
+  HandedOver message{std::exchange(announced_, {}), body};
+  if (message.header.starts_with("+CBM:")) return;  // meant for everybody
+  if (handedOver_.size() < mostHandedOver && std::ranges::find(handedOver_, message) == handedOver_.end())
+    handedOver_.push_back(std::move(message));
 }
 
 bool Channel::belongs(std::string& line, const Wait& wait) {
@@ -68,25 +91,31 @@ bool Channel::belongs(std::string& line, const Wait& wait) {
   const Companion announced = companionOf(line);
   if (announced != Companion::none) {
     companion_ = announced;
+    announced_ = line;
     return false;
   }
   if (isUnsolicited(line, wait.prefix) && !finalResultIn(line)) return false;
   const Companion awaited = std::exchange(companion_, Companion::none);
-  return awaited == Companion::none || (awaited == Companion::hexadecimal && !isHex(line));
+  if (awaited == Companion::none || (awaited == Companion::hexadecimal && !isHex(line))) return true;
+  take(line);
+  return false;
 }
 
 Answer Channel::exchange(std::string_view bytes, const Wait& wait) {
   Answer answer;
   received_ = 0;
   if (!bytes.empty()) write(bytes);
+  std::int64_t patience = clock_.milliseconds() + wait.silence;
   while (!gone_ && received_ <= mostBytes) {
-    const std::int64_t left = wait.deadline - clock_.milliseconds();
+    const std::int64_t left = std::min(wait.deadline, patience) - clock_.milliseconds();
     if (left <= 0) break;
     read(static_cast<int>(left));
     while (std::optional<std::string> line = reader_.next(wait.prefix)) {
       if (!belongs(*line, wait)) continue;
+      patience = clock_.milliseconds() + wait.silence;
       // Until it is told otherwise, a modem may say its results in figures.
-      if (wait.prefix.empty() && *line == "0") *line = "OK";
+      if (wait.figures && *line == "0") *line = "OK";
+      if (wait.figures && *line == "4") *line = "ERROR";
       if (wait.await == Await::prompt && line->starts_with('>')) return answerOf(Outcome::ok);
       if (std::optional<FinalResult> result = finalResultIn(*line)) {
         // OK is no invitation to send a text.
@@ -105,57 +134,78 @@ Answer Channel::exchange(std::string_view bytes, const Wait& wait) {
   return answer;
 }
 
-Answer Channel::probe(int milliseconds) {
-  Answer answer = exchange("AT\r", {Await::finalResult, "AT", {}, after(milliseconds)});
+// Remembers what an answer that did not come may still do.
+Answer Channel::counted(Answer answer) {
   if (answer.outcome == Outcome::timedOut) ++overdue_;
   return answer;
 }
 
-void Channel::takeOverdue(int milliseconds) {
-  const std::int64_t deadline = after(milliseconds);
-  while (overdue_ > 0 && exchange({}, {Await::finalResult, "AT", {}, deadline}).outcome < Outcome::timedOut)
+Answer Channel::probe(int milliseconds) {
+  Wait wait{Await::finalResult, "AT", {}, after(milliseconds)};
+  wait.figures = true;
+  return counted(exchange("AT\r", wait));
+}
+
+Answer Channel::synchronize(int milliseconds) {
+  ++overdue_;
+  ++questions_;
+  std::string bytes = std::string{question} + '\r';
+  Answer best;
+  Wait wait{Await::finalResult, question, questionPrefix, after(milliseconds)};
+  wait.figures = true;
+  while (overdue_ > 0) {
+    Answer answer = exchange(std::exchange(bytes, {}), wait);
+    if (gone_) return answer;
+    if (answer.outcome == Outcome::timedOut) break;
     --overdue_;
+    const std::int64_t now = clock_.milliseconds();
+    slowness_ = std::max(slowness_, static_cast<int>(std::min(2 * (now - *since_), longestSlowness)));
+    since_ = now;
+    const bool recognized = valueOf(answer.lines, questionPrefix).has_value();
+    if (recognized && --questions_ == 0) overdue_ = 0;
+    if (!best.ok() || recognized) best = std::move(answer);
+    wait.deadline = after(std::max(slowness_, shortestGrace));
+  }
+  if (best.outcome == Outcome::timedOut) return best;
+  // What has not come by now never will.
   overdue_ = 0;
+  questions_ = 0;
   forget();
+  return best;
 }
 
 bool Channel::prepare() {
-  stream_.discardInput();
-  forget();
-  if (overdue_ > 0) {
-    if (probe(plainDeadline).outcome >= Outcome::timedOut) return false;
-    takeOverdue(overduePatience);
-  }
-  return !gone_;
+  drain(0);
+  since_.reset();
+  if (gone_ || overdue_ == 0) return !gone_;
+  return synchronize(plainDeadline + slowness_).outcome < Outcome::timedOut;
 }
 
 Answer Channel::command(std::string_view command, std::string_view prefix, int milliseconds) {
   if (gone_ || !prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
-  Answer answer =
-      exchange(std::string{command} + '\r', {Await::finalResult, command, prefix, after(milliseconds)});
-  if (answer.outcome == Outcome::timedOut) ++overdue_;
-  return answer;
+  Wait wait{Await::finalResult, command, prefix, after(milliseconds + slowness_)};
+  wait.figures = prefix.empty();
+  return counted(exchange(std::string{command} + '\r', wait));
 }
 
 Answer Channel::commandWithText(std::string_view command, std::string_view text, std::string_view prefix,
                                 int promptMilliseconds, int resultMilliseconds) {
   if (gone_ || !prepare()) return answerOf(gone_ ? Outcome::gone : Outcome::timedOut);
-  Answer answer =
-      exchange(std::string{command} + '\r', {Await::prompt, command, prefix, after(promptMilliseconds)});
+  Answer answer = counted(exchange(std::string{command} + '\r',
+                                   {Await::prompt, command, prefix, after(promptMilliseconds + slowness_)}));
   if (!answer.ok()) {
-    if (answer.outcome == Outcome::timedOut) ++overdue_;
     callOff();
     return answer;
   }
-  answer =
-      exchange(std::string{text} + endOfText, {Await::finalResult, text, prefix, after(resultMilliseconds)});
-  if (answer.outcome == Outcome::timedOut) ++overdue_;
-  return answer;
+  const int patience = resultMilliseconds + slowness_;
+  return counted(
+      exchange(std::string{text} + endOfText, {Await::finalResult, text, prefix, after(patience), patience}));
 }
 
 void Channel::callOff() {
   if (gone_ || !write(std::string{escapeKey} + '\r')) return;
-  drain();
+  ++overdue_;  // it may be answered, and late
+  drain(quietTime);
 }
 
 }  // namespace handset::at

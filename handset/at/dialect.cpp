@@ -13,6 +13,15 @@ bool Dialect::mayOffer(const std::vector<std::string>& list, std::string_view na
   return !sensible || std::ranges::find(list, name) != list.end();
 }
 
+std::vector<std::string> Dialect::learn(const Answer& answer, std::string_view prefix) {
+  const std::optional<std::string_view> value = valueOf(answer.lines, prefix);
+  if (!answer.ok() || !value) return {};
+  const std::string_view list = firstGroupOf(*value);
+  std::vector<std::string> words = wordsOf(list);
+  for (const std::string& word : words) hexStrings = hexStrings || list.find(word) == list.npos;
+  return words;
+}
+
 std::string problemOf(const Answer& answer) {
   switch (answer.outcome) {
     case Answer::Outcome::ok:
@@ -35,7 +44,7 @@ Answer select(Channel& channel, Clock& clock, std::string_view command, std::str
     if (tries > 0) clock.sleep(retryPause);
     for (const bool hex : {hexFirst, !hexFirst}) {
       const std::string parameter = hex ? hexOfAscii(name) : std::string{name};
-      answer = channel.command(std::string{command} + '"' + parameter + '"', prefix, plainDeadline);
+      answer = channel.command(std::string{command} + '"' + parameter + '"', prefix, simDeadline);
       if (answer.outcome != Answer::Outcome::refused) return answer;
       if (isBusy(answer.result)) break;
     }

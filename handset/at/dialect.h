@@ -13,12 +13,16 @@ struct Dialect {
   std::vector<std::string> messageStores;  // that messages can be read from
   bool hexStrings = false;                 // it writes quoted texts in digits, four a character
 
+  // The words of the first list in an answer; notes when they came in digits.
+  std::vector<std::string> learn(const Answer& answer, std::string_view prefix);
+
   // Whether `name` may be asked for: listed, or nothing sensible is.
   static bool mayOffer(const std::vector<std::string>& list, std::string_view name);
 };
 
 // Deadlines in milliseconds.
 inline constexpr int plainDeadline = 3000;
+inline constexpr int simDeadline = 10'000;  // for what is asked of the SIM
 inline constexpr int listDeadline = 120'000;
 inline constexpr int promptDeadline = 10'000;
 inline constexpr int sendDeadline = 60'000;

@@ -1,20 +1,21 @@
 #include "handset/at/message_list.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
 #include "handset/at/fields.h"
 #include "handset/at/hex.h"
 #include "phonelink/entry_layouts.h"
+#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
 
 constexpr std::string_view prefix = "+CMGL:";
+constexpr std::string_view singlePrefix = "+CMGR:";
 
 struct Header {
-  int index = 0;        // 0: not said
+  int index = -1;       // -1: not said
   int storeState = -1;  // 0 unread, 1 read, 2 not sent, 3 sent; -1: not said
 };
 
@@ -30,7 +31,7 @@ Header headerOf(std::string_view values) {
     header.storeState = numberAt(0);
     return header;
   }
-  header.index = std::max(numberAt(0), 0);
+  header.index = numberAt(0);
   if (isState(numberAt(1))) header.storeState = numberAt(1);
   return header;
 }
@@ -47,14 +48,37 @@ std::string_view withoutQuotes(std::string_view line) {
   return trimmed(line);
 }
 
+// Of the lines from `i` up to the next header the first that can be a message, else the first; empty when
+// there is none. `i` is behind them afterwards.
+std::string_view messageBehind(const std::vector<std::string>& lines, std::size_t& i,
+                               std::string_view header) {
+  std::optional<std::string_view> hex;
+  std::string_view other;
+  for (; i < lines.size() && !lines[i].starts_with(header); ++i) {
+    const std::string_view line = withoutQuotes(lines[i]);
+    if (!hex && isHex(line)) hex = line;
+    if (other.empty()) other = line;
+  }
+  return hex.value_or(other);
+}
+
 StoredPdu storedPdu(const Header& header, std::string_view hex) {
   StoredPdu stored;
   stored.hex = hex;
   stored.pdu = decodePdu(hex);
   stored.status = statusOf(header.storeState, stored.pdu.kind);
-  constexpr int last = std::numeric_limits<std::int16_t>::max();
-  stored.storageNumber = static_cast<std::int16_t>(header.index <= last ? header.index : 0);
+  stored.index = header.index;
   return stored;
+}
+
+// A message of text mode, as a handset hands it over before it is told not to.
+Message textModeMessage(const HandedOver& message) {
+  const std::string_view header = message.header;
+  Message made;
+  made.number = text::repairedUtf8(fieldsOf(header.substr(header.find(':') + 1)).front().text);
+  made.text = text::repairedUtf8(message.body);
+  made.status = phonelink::statusReceivedUnread;
+  return made;
 }
 
 }  // namespace
@@ -64,18 +88,28 @@ std::vector<StoredPdu> messagesIn(const std::vector<std::string>& lines) {
   for (std::size_t i = 0; i < lines.size();) {
     const std::optional<std::string_view> values = valueOf(lines[i], prefix);
     ++i;
-    if (!values) continue;
-    // Of the lines up to the next header the first that can be a message, else the first.
-    std::optional<std::string_view> hex;
-    std::string_view other;
-    for (; i < lines.size() && !lines[i].starts_with(prefix); ++i) {
-      const std::string_view line = withoutQuotes(lines[i]);
-      if (!hex && isHex(line)) hex = line;
-      if (other.empty()) other = line;
-    }
-    messages.push_back(storedPdu(headerOf(*values), hex.value_or(other)));
+    if (values) messages.push_back(storedPdu(headerOf(*values), messageBehind(lines, i, prefix)));
   }
   return messages;
+}
+
+std::optional<StoredPdu> messageAt(int index, const std::vector<std::string>& lines) {
+  for (std::size_t i = 0; i < lines.size();) {
+    const std::optional<std::string_view> values = valueOf(lines[i], singlePrefix);
+    ++i;
+    if (!values) continue;
+    const int state = numberOf(fieldsOf(*values).front().text).value_or(-1);
+    const std::string_view hex = messageBehind(lines, i, singlePrefix);
+    // A place that holds nothing may be answered with a header alone.
+    if (!hex.empty()) return storedPdu({index, state <= 3 ? state : -1}, hex);
+  }
+  return std::nullopt;
+}
+
+Message receivedMessage(const HandedOver& message) {
+  if (companionOf(message.header) == Companion::any) return textModeMessage(message);
+  const StoredPdu stored{decodePdu(message.body), message.body, {}, -1, phonelink::statusReceivedUnread};
+  return joinedMessages(std::span{&stored, 1}, 0).front();
 }
 
 }  // namespace handset::at

@@ -4,12 +4,12 @@
 #include <string_view>
 
 #include "handset/at/channel.h"
+#include "handset/at/opening.h"
 
 namespace handset::at {
 namespace {
 
 constexpr std::size_t longestText = 60;
-constexpr int attempts = 3;  // a modem may still have to find its speed, or be in the middle of something
 
 // What can be shown of a line: control characters and what lies beyond ASCII are left out.
 std::string printable(std::string_view line) {
@@ -52,18 +52,13 @@ bool askName(Channel& channel, int milliseconds, ModemIdentity& identity) {
          ask(channel, "AT+CGMM", "+CGMM:", milliseconds, identity.model);
 }
 
-std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock, int milliseconds) {
-  // Calling off takes less than one of these steps, the rest one each.
-  const int step = milliseconds / (attempts + 5);
+std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock) {
   Channel channel{line, clock};
-  channel.callOff();
-  Answer greeting;
-  for (int i = 0; i < attempts && !greeting.ok() && !channel.gone(); ++i) greeting = channel.probe(step);
-  if (!greeting.ok()) return std::nullopt;
-  channel.takeOverdue(step);
+  Dialect dialect;
+  if (!findModem(channel, dialect).empty()) return std::nullopt;
 
   ModemIdentity identity;
-  if (askName(channel, step, identity)) ask(channel, "AT+CPIN?", "+CPIN:", step, identity.wanted);
+  if (askName(channel, simDeadline, identity)) ask(channel, "AT+CPIN?", "+CPIN:", simDeadline, identity.wanted);
   if (identity.wanted == "READY") identity.wanted.clear();
   return identity;
 }

@@ -23,8 +23,8 @@ std::string nameOf(const ModemIdentity& identity);
 // answering.
 bool askName(Channel& channel, int milliseconds, ModemIdentity& identity);
 
-// Asks whoever is at the other end of the line who it is; nullopt when nobody there answers as a modem does.
-// Takes no longer than `milliseconds` in all.
-std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock, int milliseconds);
+// Asks whoever is at the other end of the line who it is; nullopt when nobody there answers as a modem does,
+// which takes eleven seconds to be sure of.
+std::optional<ModemIdentity> askIdentity(ByteStream& line, Clock& clock);
 
 }  // namespace handset::at

@@ -42,7 +42,7 @@ void readSubmit(Pdu& pdu, OctetReader& reader, std::uint8_t first) {
 
 void readStatusReport(Pdu& pdu, OctetReader& reader) {
   pdu.kind = PduKind::statusReport;
-  reader.next();  // message reference
+  pdu.reference = reader.next();
   pdu.number = readAddress(reader);
   const std::string accepted = readTime(reader);
   const std::string settled = readTime(reader);
@@ -64,9 +64,10 @@ std::string withLineFeeds(const std::string& text) {
 }
 
 std::string decoded(const UserData& data) {
+  if (data.coding == Coding::octets && data.port == multimediaPort) return "(multimedia message waiting)";
   switch (data.coding) {
     case Coding::septets:
-      return text::utf8FromUtf16(textFromSeptets(data.units));
+      return text::utf8FromUtf16(textFromSeptets(data.units, data.languages));
     case Coding::ucs2: {
       std::u16string units;
       for (std::size_t i = 0; i + 1 < data.units.size(); i += 2)
@@ -81,11 +82,19 @@ std::string decoded(const UserData& data) {
   return {};
 }
 
-std::string reportText(std::uint8_t status) {
-  if (status < 0x20) return "(status report: delivered)";
-  if (status < 0x40) return "(status report: not yet delivered)";
-  const std::uint8_t octets[] = {status};
-  return "(status report: not delivered, reason " + hexFromOctets(octets) + ")";
+// "2026-11-21 10:22" with a space before it; empty where there is no time.
+std::string dayAndMinute(const std::string& time) {
+  if (time.size() < 10) return {};
+  const auto two = [&time](std::size_t at) { return time.substr(at, 2); };
+  return " 20" + two(0) + '-' + two(2) + '-' + two(4) + ' ' + two(6) + ':' + two(8);
+}
+
+std::string reportText(const Pdu& pdu) {
+  const std::string when = dayAndMinute(pdu.time);
+  if (pdu.reportStatus < 0x20) return "(delivered" + when + ')';
+  if (pdu.reportStatus < 0x40) return "(not yet delivered" + when + ')';
+  const std::uint8_t octets[] = {pdu.reportStatus};
+  return "(not delivered" + when + ", reason " + hexFromOctets(octets) + ')';
 }
 
 }  // namespace
@@ -115,9 +124,12 @@ Pdu decodePdu(std::string_view hex) {
 std::string textOf(std::span<const UserData> parts) {
   std::string text;
   for (std::size_t i = 0; i < parts.size();) {
-    // Only parts of the same coding can share a character.
+    // Only parts that are written alike can share a character.
     UserData run = parts[i];
-    for (++i; i < parts.size() && parts[i].coding == run.coding; ++i) {
+    const auto alike = [&run](const UserData& part) {
+      return part.coding == run.coding && part.languages == run.languages && part.port == run.port;
+    };
+    for (++i; i < parts.size() && alike(parts[i]); ++i) {
       if (run.coding == Coding::ucs2 && run.units.size() % 2 != 0) run.units.pop_back();
       run.units.insert(run.units.end(), parts[i].units.begin(), parts[i].units.end());
     }
@@ -127,7 +139,7 @@ std::string textOf(std::span<const UserData> parts) {
 }
 
 std::string textOf(const Pdu& pdu, std::string_view hex) {
-  if (pdu.kind == PduKind::statusReport) return reportText(pdu.reportStatus);
+  if (pdu.kind == PduKind::statusReport) return reportText(pdu);
   const std::string text = textOf(std::span{&pdu.data, 1});
   if (pdu.kind != PduKind::undecodable) return text;
   constexpr std::size_t longest = 400;

@@ -7,16 +7,23 @@
 #include <string_view>
 #include <vector>
 
+#include "handset/at/alphabet.h"
+
 // Messages as a modem hands them out in PDU mode: hexadecimal digits, service centre first.
 namespace handset::at {
 
 enum class Coding { septets, octets, ucs2, compressed };
+
+// Where a handset listens for word of multimedia messages.
+inline constexpr std::uint16_t multimediaPort = 2948;
 
 // The text of one message or of one part, header taken off, not yet decoded: characters may be spread over
 // parts. Septets are one to a byte, UCS-2 is most significant octet first.
 struct UserData {
   Coding coding = Coding::septets;
   std::vector<std::uint8_t> units;
+  Languages languages;     // of septets
+  std::uint16_t port = 0;  // that the message is meant for; 0: a person
 
   bool operator==(const UserData&) const = default;
 };
@@ -38,7 +45,10 @@ struct Pdu {
   std::string time;    // yyMMddhhmmss and two digits of zone (see handset.h); empty where there is none
   UserData data;
   std::optional<PartOf> part;
+  std::uint8_t reference = 0;     // of a status report: of the message that it is about
   std::uint8_t reportStatus = 0;  // of a status report
+
+  bool operator==(const Pdu&) const = default;
 };
 
 // Never fails: of an undecodable message the fields hold what could be read before it broke off.

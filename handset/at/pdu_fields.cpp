@@ -37,19 +37,25 @@ std::string zoneOf(std::uint8_t octet) {
 }
 
 // A header is a row of elements: identifier, length, value. One that runs past the end ends the row.
-std::optional<PartOf> partIn(Octets header) {
-  std::optional<PartOf> part;
+void readHeader(Octets header, Text& text) {
+  constexpr std::uint8_t ports = 0x05;
+  constexpr std::uint8_t singleShiftLanguage = 0x24;
+  constexpr std::uint8_t lockingLanguage = 0x25;
   OctetReader reader{header};
   for (;;) {
     const std::uint8_t identifier = reader.next();
     const Octets value = reader.take(reader.next());
-    if (reader.failed()) return part;
+    if (reader.failed()) return;
+    if (identifier == ports && value.size() == 4)
+      text.data.port = static_cast<std::uint16_t>(value[0] * 256 + value[1]);
+    if (identifier == singleShiftLanguage && value.size() == 1) text.data.languages.single = value[0];
+    if (identifier == lockingLanguage && value.size() == 1) text.data.languages.locking = value[0];
     const std::size_t referenceOctets = identifier == 0x00 ? 1 : identifier == 0x08 ? 2 : 0;
     if (referenceOctets == 0 || value.size() != referenceOctets + 2) continue;
     const auto reference =
         static_cast<std::uint16_t>(referenceOctets == 1 ? value[0] : value[0] * 256 + value[1]);
     const PartOf found{reference, value[referenceOctets], value[referenceOctets + 1]};
-    if (found.number != 0 && found.number <= found.total) part = found;
+    if (found.number != 0 && found.number <= found.total) text.part = found;
   }
 }
 
@@ -102,7 +108,7 @@ Text readText(OctetReader& reader, Coding coding, bool hasHeader) {
     text.whole = false;
     header = 0;
   } else if (header > 0) {
-    text.part = partIn(octets.subspan(1, header - 1));
+    readHeader(octets.subspan(1, header - 1), text);
   }
   const Octets body = octets.subspan(header);
   if (septets) {

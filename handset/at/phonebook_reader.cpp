@@ -59,36 +59,33 @@ void PhonebookReader::chooseCharacterSet() {
   }
 }
 
-std::optional<std::vector<Contact>> PhonebookReader::read(std::string_view store) {
+Listing<Contact> PhonebookReader::read(std::string_view store) {
   const CurrentSet before = currentSet();
   hexStrings_ = before.hex;
   for (const NamedSet& known : characterSets)
     if (before.name == known.name) set_ = known.set;
   chooseCharacterSet();
-  std::optional<std::vector<Contact>> contacts;
-  if (select(store)) contacts = readEntries(store);
+  Listing<Contact> contacts{{}, select(store)};
+  if (contacts.complete) contacts = readEntries(store);
   if (!channel_.gone()) setCharacterSet(before.name.empty() ? std::string_view{"GSM"} : before.name);
   return contacts;
 }
 
 std::optional<IndexRange> PhonebookReader::places() {
-  const Answer range = channel_.command("AT+CPBR=?", "+CPBR:", plainDeadline);
+  const Answer range = channel_.command("AT+CPBR=?", "+CPBR:", simDeadline);
   if (const std::optional<IndexRange> found = rangeIn(range.lines); range.ok() && found) return found;
-  const Answer capacity = channel_.command("AT+CPBS?", "+CPBS:", plainDeadline);
+  const Answer capacity = channel_.command("AT+CPBS?", "+CPBS:", simDeadline);
   if (!capacity.ok()) return std::nullopt;
   return capacityIn(capacity.lines);
 }
 
-std::optional<std::vector<Contact>> PhonebookReader::readEntries(std::string_view store) {
+Listing<Contact> PhonebookReader::readEntries(std::string_view store) {
   const std::string name = "phonebook " + std::string{store} + ": ";
   const std::optional<IndexRange> range = places();
-  if (!range) {
-    fail(name + "its size is not known");
-    return std::nullopt;
-  }
+  if (!range) return {{}, fail(name + "its size is not known")};
   const std::int64_t deadline = clock_.milliseconds() + wholeDeadline;
   const int last = std::min(range->last, range->first + mostPlaces - 1);
-  std::vector<Contact> contacts;
+  Listing<Contact> contacts;
   std::set<std::tuple<int, std::string, std::string>> seen;  // a handset may answer more than it is asked
   for (int from = range->first; from <= last; from += entriesAtOnce) {
     const int to = std::min(last, from + entriesAtOnce - 1);
@@ -99,14 +96,13 @@ std::optional<std::vector<Contact>> PhonebookReader::readEntries(std::string_vie
                                 "+CPBR:", static_cast<int>(left));
     }
     // Handsets refuse ranges that hold nothing; only without a SIM there is no reading at all.
-    if (answer.outcome >= Outcome::timedOut || (!answer.ok() && isSimTrouble(answer.result))) {
-      fail(name + problemOf(answer));
-      return std::nullopt;
-    }
+    const bool failed = answer.outcome >= Outcome::timedOut || (!answer.ok() && isSimTrouble(answer.result));
+    if (failed) contacts.complete = fail(name + problemOf(answer));
     for (PhonebookEntry& entry : entriesIn(answer.lines, set_, hexStrings_)) {
       if (!seen.insert({entry.index, entry.contact.name, entry.contact.number}).second) continue;
-      contacts.push_back(std::move(entry.contact));
+      contacts.items.push_back(std::move(entry.contact));
     }
+    if (failed) break;
   }
   return contacts;
 }

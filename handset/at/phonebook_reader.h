@@ -21,7 +21,7 @@ class PhonebookReader {
   // "SM" or "ME".
   bool select(std::string_view store);
   // In the character set that loses least; the one that the handset had is in force again afterwards.
-  std::optional<std::vector<Contact>> read(std::string_view store);
+  Listing<Contact> read(std::string_view store);
 
   const std::string& problem() const { return problem_; }
 
@@ -35,7 +35,7 @@ class PhonebookReader {
   bool setCharacterSet(std::string_view name);
   void chooseCharacterSet();
   std::optional<IndexRange> places();
-  std::optional<std::vector<Contact>> readEntries(std::string_view store);
+  Listing<Contact> readEntries(std::string_view store);
   bool fail(std::string problem);
 
   Channel& channel_;

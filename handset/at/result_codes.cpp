@@ -4,6 +4,7 @@
 #include <array>
 
 #include "handset/at/fields.h"
+#include "text/plain.h"
 
 namespace handset::at {
 namespace {
@@ -18,6 +19,9 @@ struct Code {
 };
 
 constexpr std::array codes{
+    Code{Family::equipment, 3, 3, "the handset does not allow it"},
+    Code{Family::equipment, 4, 4, "the handset does not offer it"},
+    Code{Family::equipment, 5, 5, "the handset wants its PIN"},
     Code{Family::equipment, 10, 10, "no SIM"},
     Code{Family::equipment, 11, 11, "the SIM wants its PIN"},
     Code{Family::equipment, 12, 12, "the SIM wants its PUK"},
@@ -28,8 +32,11 @@ constexpr std::array codes{
     Code{Family::equipment, 17, 18, "the SIM wants its PIN2 or PUK2"},
     Code{Family::equipment, 20, 20, "the memory is full"},
     Code{Family::equipment, 21, 22, "no such place in the memory"},
+    Code{Family::equipment, 23, 23, "the memory does not work"},
     Code{Family::equipment, 24, 24, "the text is too long"},
     Code{Family::equipment, 26, 26, "the number is too long"},
+    Code{Family::equipment, 30, 31, "no network"},
+    Code{Family::equipment, 330, 330, "the SIM names no service centre"},
     Code{Family::message, 1, 1, "nobody has this number"},
     Code{Family::message, 8, 8, "barred by the operator"},
     Code{Family::message, 21, 21, "the network rejects the message"},
@@ -57,6 +64,45 @@ constexpr std::array codes{
     Code{Family::message, 331, 332, "no network"},
     Code{Family::message, 500, 500, "unknown error"},
 };
+
+// What a modem says that puts its errors into words itself. Both families know the SIM's by the same words.
+struct Words {
+  std::string_view text;
+  int equipment;
+  int message;
+};
+
+constexpr std::array errorWords{Words{"SIM not inserted", 10, 310},
+                                Words{"no SIM", 10, 310},
+                                Words{"SIM PIN required", 11, 311},
+                                Words{"SIM PIN necessary", 11, 311},
+                                Words{"SIM PUK required", 12, 316},
+                                Words{"SIM failure", 13, 313},
+                                Words{"SIM busy", 14, 314},
+                                Words{"SIM wrong", 15, 315},
+                                Words{"incorrect password", 16, 16},
+                                Words{"SIM PIN2 required", 17, 317},
+                                Words{"SIM PUK2 required", 18, 318},
+                                Words{"PH-SIM PIN required", 5, 312},
+                                Words{"memory full", 20, 322},
+                                Words{"memory failure", 23, 320},
+                                Words{"invalid index", 21, 321},
+                                Words{"invalid memory index", 21, 321},
+                                Words{"operation not allowed", 3, 302},
+                                Words{"operation not supported", 4, 303},
+                                Words{"invalid PDU mode parameter", 304, 304},
+                                Words{"SMSC address unknown", 330, 330},
+                                Words{"no network service", 30, 331},
+                                Words{"network timeout", 31, 332},
+                                Words{"unknown error", 500, 500}};
+
+int errorNumber(std::string_view value, Family family) {
+  if (const std::optional<int> number = numberOf(value)) return *number;
+  for (const Words& words : errorWords)
+    if (text::equalInAnyCase(value, words.text))
+      return family == Family::message ? words.message : words.equipment;
+  return -1;
+}
 
 // Final results with nothing behind them, and those that say more.
 constexpr std::array<std::string_view, 2> plainErrors{"ERROR", "NA"};
@@ -88,10 +134,10 @@ std::optional<FinalResult> finalResultIn(std::string_view line) {
   for (const std::string_view prefix : errorPrefixes) {
     const std::optional<std::string_view> value = valueOf(line, prefix);
     if (!value) continue;
-    FinalResult result{false, Family::plain, numberOf(*value).value_or(-1), std::string{line}};
-    if (prefix == "+CME ERROR:") result.family = Family::equipment;
-    if (prefix == "+CMS ERROR:") result.family = Family::message;
-    return result;
+    const Family family = prefix == "+CME ERROR:"   ? Family::equipment
+                          : prefix == "+CMS ERROR:" ? Family::message
+                                                    : Family::plain;
+    return FinalResult{false, family, errorNumber(*value, family), std::string{line}};
   }
   return std::nullopt;
 }
@@ -122,6 +168,11 @@ std::string reasonOf(const FinalResult& result) {
 bool isSimTrouble(const FinalResult& result) {
   return (result.family == Family::equipment && result.number >= 10 && result.number <= 18) ||
          (result.family == Family::message && result.number >= 310 && result.number <= 318);
+}
+
+bool wantsPin(const FinalResult& result) {
+  return (result.family == Family::equipment && result.number == 11) ||
+         (result.family == Family::message && result.number == 311);
 }
 
 bool isBusy(const FinalResult& result) {

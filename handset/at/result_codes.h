@@ -33,6 +33,9 @@ std::string reasonOf(const FinalResult& result);
 // There is no SIM, or it wants something that a person has to give.
 bool isSimTrouble(const FinalResult& result);
 
+// The SIM asks for its PIN.
+bool wantsPin(const FinalResult& result);
+
 // The SIM or the store is not ready yet; asking again may help.
 bool isBusy(const FinalResult& result);
 

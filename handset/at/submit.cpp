@@ -13,6 +13,8 @@ namespace {
 constexpr std::size_t textOctets = 140;  // room for header and text
 constexpr std::size_t maxParts = 255;
 constexpr std::size_t maxDigits = 20;
+constexpr std::uint8_t submit = 0x11;  // relative validity
+constexpr std::uint8_t asksForReport = 0x20;
 
 // Where the pieces of at most `room` units end; `belongsToNext` says that a unit may not be a piece's last.
 template <typename Units, typename BelongsToNext>
@@ -87,10 +89,9 @@ std::vector<std::uint8_t> addressField(std::string_view number) {
   return field;
 }
 
-SubmitPdu submitPdu(std::string_view number, bool ucs2, bool hasHeader, Octets text) {
-  constexpr std::uint8_t submit = 0x11;  // relative validity
+SubmitPdu submitPdu(std::string_view number, std::uint8_t first, bool ucs2, bool hasHeader, Octets text) {
   constexpr std::uint8_t fourDays = 0xAA;
-  std::vector<std::uint8_t> octets{static_cast<std::uint8_t>(hasHeader ? submit | 0x40U : submit),
+  std::vector<std::uint8_t> octets{static_cast<std::uint8_t>(hasHeader ? first | 0x40U : first),
                                    0};  // the modem fills in the message reference
   const std::vector<std::uint8_t> address = addressField(number);
   octets.insert(octets.end(), address.begin(), address.end());
@@ -103,11 +104,11 @@ SubmitPdu submitPdu(std::string_view number, bool ucs2, bool hasHeader, Octets t
 
 // `units` are the text's septets or code units, of which `perMessage` fit one message.
 template <typename Units, typename BelongsToNext>
-std::optional<std::vector<SubmitPdu>> divided(std::string_view number, bool ucs2, std::uint16_t reference,
-                                              const Units& units, std::size_t perMessage,
-                                              BelongsToNext belongsToNext) {
+std::optional<std::vector<SubmitPdu>> divided(std::string_view number, std::uint8_t first, bool ucs2,
+                                              std::uint16_t reference, const Units& units,
+                                              std::size_t perMessage, BelongsToNext belongsToNext) {
   if (units.size() <= perMessage)
-    return std::vector{submitPdu(number, ucs2, false, textField(units, Octets{}))};
+    return std::vector{submitPdu(number, first, ucs2, false, textField(units, Octets{}))};
   const std::size_t left = textOctets - partHeader(reference, 0, 0).size();
   const std::vector<std::size_t> pieces = ends(units, ucs2 ? left / 2 : left * 8 / 7, belongsToNext);
   if (pieces.size() > maxParts) return std::nullopt;
@@ -117,7 +118,7 @@ std::optional<std::vector<SubmitPdu>> divided(std::string_view number, bool ucs2
     const Units piece{units.begin() + static_cast<std::ptrdiff_t>(begin),
                       units.begin() + static_cast<std::ptrdiff_t>(end)};
     const std::vector<std::uint8_t> header = partHeader(reference, pieces.size(), pdus.size() + 1);
-    pdus.push_back(submitPdu(number, ucs2, true, textField(piece, header)));
+    pdus.push_back(submitPdu(number, first, ucs2, true, textField(piece, header)));
     begin = end;
   }
   return pdus;
@@ -147,16 +148,17 @@ std::optional<std::string> dialledNumber(std::string_view number) {
 }
 
 std::optional<std::vector<SubmitPdu>> submitPdus(std::string_view number, std::string_view text,
-                                                 std::uint16_t reference) {
+                                                 std::uint16_t reference, bool report) {
   const std::optional<std::string> dialled = dialledNumber(number);
   if (!dialled) return std::nullopt;
   const std::u16string units = unitsOf(text);
+  const std::uint8_t first = report ? submit | asksForReport : submit;
   if (const std::optional<Septets> septets = septetsFromText(units)) {
     return divided(
-        *dialled, false, reference, *septets, 160,
+        *dialled, first, false, reference, *septets, 160,
         [&septets](std::size_t begin, std::size_t last) { return endsInEscape(*septets, begin, last); });
   }
-  return divided(*dialled, true, reference, units, 70,
+  return divided(*dialled, first, true, reference, units, 70,
                  [&units](std::size_t, std::size_t last) { return text::isHighSurrogate(units[last]); });
 }
 

@@ -23,9 +23,9 @@ struct SubmitPdu {
 std::optional<std::string> dialledNumber(std::string_view number);
 
 // The messages that carry a UTF-8 text, in order: one where it fits, else parts that share `reference`.
-// Characters of the default alphabet go in it, any other turns the text into UCS-2. nullopt when the number
-// is none or the text takes more than 255 parts.
+// Characters of the default alphabet go in it, any other turns the text into UCS-2; `report` asks for word of
+// their delivery. nullopt when the number is none or the text takes more than 255 parts.
 std::optional<std::vector<SubmitPdu>> submitPdus(std::string_view number, std::string_view text,
-                                                 std::uint16_t reference);
+                                                 std::uint16_t reference, bool report = false);
 
 }  // namespace handset::at

@@ -24,6 +24,8 @@ enum class Store { sim, phone };
 struct StoredMessage {
   Store store = Store::sim;
   Message message;
+
+  bool operator==(const StoredMessage&) const = default;
 };
 
 struct StoredContact {

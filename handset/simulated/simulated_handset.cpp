@@ -17,6 +17,13 @@ bool isOutgoing(const Message& message) {
   return message.status == phonelink::statusOutgoing;
 }
 
+constexpr const char* simName = "sim";
+
+Message placed(Store store, Message message) {
+  message.places = {{store == Store::sim ? simName : "phone", message.storageNumber, {}}};
+  return message;
+}
+
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -49,16 +56,18 @@ std::optional<std::string> SimulatedHandset::readFile() {
 
 bool SimulatedHandset::open(int /*port*/, int /*baud*/) {
   const std::optional<std::string> file = readFile();
+  problem_.clear();
   if (!file) {
     environment_->report("there is no content to simulate a handset from");
-    return false;
+    return fail("there is no handset.txt");
   }
   content_ = parseContent(*file);
   for (const Problem& problem : content_.problems)
     environment_->report("line " + std::to_string(problem.line) + ": " + problem.what);
+  for (const StoredMessage& removed : removed_) takeOut(removed);
   numberSentMessages();
   takeTime();
-  return content_.settings.open;
+  return content_.settings.open || fail("handset.txt says open = no");
 }
 
 // A message keeps its place in the SIM's store unless the file, edited since, has put another one there.
@@ -75,7 +84,7 @@ void SimulatedHandset::numberSentMessages() {
 
 bool SimulatedHandset::init() {
   takeTime();
-  return content_.settings.init;
+  return content_.settings.init || fail("handset.txt says init = no");
 }
 
 void SimulatedHandset::close() {
@@ -92,33 +101,34 @@ std::string SimulatedHandset::describe() {
   return "Simulated handset: nothing leaves this computer";
 }
 
-std::optional<std::vector<Message>> SimulatedHandset::simReceived() {
+Listing<Message> SimulatedHandset::simReceived() {
   takeTime();
-  return messagesIn(Store::sim, isReceived);
+  return {messagesIn(Store::sim, isReceived)};
 }
 
-std::optional<std::vector<Message>> SimulatedHandset::simOutgoing() {
+Listing<Message> SimulatedHandset::simOutgoing() {
   takeTime();
   std::vector<Message> messages = messagesIn(Store::sim, isOutgoing);
-  messages.insert(messages.end(), sent_.begin(), sent_.end());
-  return messages;
+  for (const Message& message : sent_) messages.push_back(placed(Store::sim, message));
+  return {messages};
 }
 
-std::optional<std::vector<Message>> SimulatedHandset::phoneMessages() {
+Listing<Message> SimulatedHandset::phoneMessages() {
   takeTime();
-  return messagesIn(Store::phone, [](const Message&) { return true; });
+  return {messagesIn(Store::phone, [](const Message&) { return true; })};
 }
 
 bool SimulatedHandset::send(std::string_view number, std::string_view text) {
   takeTime();
   const std::vector<std::string>& unreachable = content_.settings.unreachable;
-  if (std::find(unreachable.begin(), unreachable.end(), number) != unreachable.end()) return false;
-  if (std::none_of(number.begin(), number.end(), isDigit)) return false;
+  if (std::find(unreachable.begin(), unreachable.end(), number) != unreachable.end())
+    return fail("this number cannot be reached");
+  if (std::none_of(number.begin(), number.end(), isDigit)) return fail("this is no number to send to");
 
   StorageNumbers numbers = fileNumbers();
   for (const Message& message : sent_) numbers.take(message.storageNumber);
   const std::int16_t place = numbers.takeFree();
-  if (place == 0) return false;
+  if (place == 0) return fail("the memory is full");
 
   sent_.push_back({.number = std::string{number},
                    .time = handsetTime(environment_->now()),
@@ -130,14 +140,14 @@ bool SimulatedHandset::send(std::string_view number, std::string_view text) {
 
 bool SimulatedHandset::initPhonebook() {
   takeTime();
-  return content_.settings.phonebook;
+  return content_.settings.phonebook || fail("handset.txt says phonebook = no");
 }
 
-std::optional<std::vector<Contact>> SimulatedHandset::simContacts() {
+Listing<Contact> SimulatedHandset::simContacts() {
   return contactsIn(Store::sim);
 }
 
-std::optional<std::vector<Contact>> SimulatedHandset::phoneContacts() {
+Listing<Contact> SimulatedHandset::phoneContacts() {
   return contactsIn(Store::phone);
 }
 
@@ -151,16 +161,43 @@ StorageNumbers SimulatedHandset::fileNumbers() const {
 std::vector<Message> SimulatedHandset::messagesIn(Store store, bool (*wanted)(const Message&)) const {
   std::vector<Message> messages;
   for (const StoredMessage& stored : content_.messages)
-    if (stored.store == store && wanted(stored.message)) messages.push_back(stored.message);
+    if (stored.store == store && wanted(stored.message)) messages.push_back(placed(store, stored.message));
   return messages;
 }
 
-std::optional<std::vector<Contact>> SimulatedHandset::contactsIn(Store store) {
+bool SimulatedHandset::takeOut(const StoredMessage& message) {
+  const auto found = std::ranges::find(content_.messages, message);
+  if (found == content_.messages.end()) return false;
+  content_.messages.erase(found);
+  return true;
+}
+
+bool SimulatedHandset::remove(const Message& message) {
   takeTime();
-  if (!content_.settings.phonebook) return std::nullopt;
-  std::vector<Contact> contacts;
+  if (message.places.empty()) return fail("its place is not known");
+  StoredMessage wanted{message.places.front().store == simName ? Store::sim : Store::phone, message};
+  wanted.message.places.clear();
+  if (takeOut(wanted)) {
+    removed_.push_back(std::move(wanted));
+    return true;
+  }
+  const auto found = std::ranges::find(sent_, wanted.message);
+  if (found == sent_.end()) return fail("the message is not at its place any more");
+  sent_.erase(found);
+  return true;
+}
+
+bool SimulatedHandset::fail(std::string problem) {
+  problem_ = std::move(problem);
+  return false;
+}
+
+Listing<Contact> SimulatedHandset::contactsIn(Store store) {
+  takeTime();
+  if (!content_.settings.phonebook) return {{}, fail("handset.txt says phonebook = no")};
+  Listing<Contact> contacts;
   for (const StoredContact& stored : content_.contacts)
-    if (stored.store == store) contacts.push_back(stored.contact);
+    if (stored.store == store) contacts.items.push_back(stored.contact);
   return contacts;
 }
 

@@ -13,7 +13,8 @@
 namespace handset {
 
 // A handset that exists only as a text file. The file is read anew at every open, so that it can be edited
-// in between; what was sent through this object stays in the SIM's outbox behind the file's own messages.
+// in between; what was sent through this object stays in the SIM's outbox behind the file's own messages, and
+// what was removed stays away.
 class SimulatedHandset : public Handset {
  public:
   explicit SimulatedHandset(std::unique_ptr<Environment> environment);
@@ -23,24 +24,32 @@ class SimulatedHandset : public Handset {
   void close() override;
   bool offersUnicode() override;
   std::string describe() override;
-  std::optional<std::vector<Message>> simReceived() override;
-  std::optional<std::vector<Message>> simOutgoing() override;
-  std::optional<std::vector<Message>> phoneMessages() override;
+  Listing<Message> simReceived() override;
+  Listing<Message> simOutgoing() override;
+  Listing<Message> phoneMessages() override;
   bool send(std::string_view number, std::string_view text) override;
+  // For as long as this object lives; the file keeps its message.
+  bool remove(const Message& message) override;
+  std::string simRoom() override { return {}; }
   bool initPhonebook() override;
-  std::optional<std::vector<Contact>> simContacts() override;
-  std::optional<std::vector<Contact>> phoneContacts() override;
+  Listing<Contact> simContacts() override;
+  Listing<Contact> phoneContacts() override;
+  const std::string& lastProblem() const override { return problem_; }
 
  private:
   std::optional<std::string> readFile();
   void numberSentMessages();
   StorageNumbers fileNumbers() const;  // those that the file's messages in the SIM's store have
   std::vector<Message> messagesIn(Store store, bool (*wanted)(const Message&)) const;
-  std::optional<std::vector<Contact>> contactsIn(Store store);
+  bool takeOut(const StoredMessage& message);
+  bool fail(std::string problem);
+  Listing<Contact> contactsIn(Store store);
   void takeTime();
 
   std::unique_ptr<Environment> environment_;
   Content content_;
+  std::vector<StoredMessage> removed_;
+  std::string problem_;
   std::vector<Message> sent_;  // oldest first; bounded by the storage numbers there are
 };
 

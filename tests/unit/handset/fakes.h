@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "handset/at/byte_stream.h"
+#include "handset/at/port_settings.h"
 #include "handset/handset.h"
 #include "handset/simulated/environment.h"
 
@@ -56,12 +57,12 @@ struct Shown {
     const std::string place = std::to_string(m.storageNumber) + '/' + std::to_string(m.status);
     return place + '/' + m.number + '/' + m.time + '/' + m.text + "; ";
   }
-  // "none": the list could not be read.
+  // "none": the list could not be read to its end.
   template <typename Item>
-  static std::string of(const std::optional<std::vector<Item>>& items) {
-    std::string all;
-    for (const Item& item : items.value_or(std::vector<Item>{})) all += of(item);
-    return items ? all : "none";
+  static std::string of(const Listing<Item>& listing) {
+    std::string all = listing.complete ? "" : "none";
+    for (const Item& item : listing.items) all += of(item);
+    return all;
   }
   // Received, outgoing and the phone's messages, then the phonebooks; a line each.
   static std::string of(Handset& handset) {
@@ -99,6 +100,7 @@ struct FakeModem {
   void learn(const std::string& script) {
     std::istringstream all{script};
     for (std::string one; std::getline(all, one, ';');) {
+      if (one.empty()) continue;
       const std::size_t colon = one.find(": ");
       answers[one.substr(0, colon)] = one.substr(colon + 2);
     }
@@ -131,6 +133,17 @@ struct FakeModem {
       if (text[at] != '|' && (at == 0 || text[at - 1] == '|')) output += wire(between);
       output += wire(text.substr(at, 1));
     }
+    if (delay > 0)
+      late.emplace_back(free = (waits ? std::max(free, clock.now) : clock.now) + delay,
+                        std::exchange(output, {}));
+  }
+
+  // Time goes on to the next answer that comes by `until`.
+  void wait(std::int64_t until) {
+    if (output.empty() && !late.empty() && late.front().first <= until)
+      clock.now = std::max(clock.now, late.front().first);
+    for (; !late.empty() && late.front().first <= clock.now; late.erase(late.begin()))
+      output += late.front().second;
   }
 
   std::map<std::string, std::string> answers;
@@ -141,7 +154,21 @@ struct FakeModem {
   std::string input, output, store;          // `store`: that was selected last
   std::vector<std::string> commands, texts;  // that have come, whole
   std::size_t passed = 0;
+  int delay = 0;      // milliseconds that an answer takes
+  bool waits = true;  // with a command until the one before is answered
+  std::int64_t free = 0;
+  std::vector<std::pair<std::int64_t, std::string>> late;
   FakeClock clock;
+};
+
+// Keys and values among what the modem has learnt: "<pin>: 1234".
+struct FakeSettings : PortSettings {
+  explicit FakeSettings(FakeModem& where) : modem{where} {}
+  std::string value(std::string_view key) override { return modem.answers['<' + std::string{key} + '>']; }
+  void setValue(std::string_view key, std::string_view value) override {
+    modem.answers['<' + std::string{key} + '>'] = value;
+  }
+  FakeModem& modem;
 };
 
 struct FakeLine : ByteStream {
@@ -156,6 +183,7 @@ struct FakeLine : ByteStream {
   }
   Arrival read(std::string& bytes, int milliseconds) override {
     if (modem.passed >= modem.goneAfter) return Arrival::gone;
+    modem.wait(modem.clock.now + milliseconds);
     const std::string idle = milliseconds > 0 ? wire(modem.answers["<idle>"]) : "";
     if (modem.output.empty()) modem.clock.now += idle.empty() ? milliseconds : std::min(milliseconds, 100);
     if (modem.output.empty()) modem.output = idle;
@@ -166,7 +194,6 @@ struct FakeLine : ByteStream {
     modem.passed += count;
     return Arrival::bytes;
   }
-  void discardInput() override { modem.output.clear(); }
 
   FakeModem& modem;
 };

@@ -15,6 +15,9 @@ const std::string someone = "+31600000001", longText(161, 'x'), contacts = "+316
 const std::string hello = "1/1/+31600000001/26112117154004/Hello; ";
 const std::string list = "|+CMGL: 1,1,,24|07911326040000F0040B911306000000F100006211127151044005C8329BFD06";
 
+const std::string place1 = ";AT+CMGR=1: |+CMGR: 1,,24" + list.substr(15) + "||OK|";
+const std::string expectedOther = "07911326040000F0040B911306000000F100006211127151044002C834";
+
 const char* const usualScript =
     "AT: |OK|;ATE0: |OK|;ATV1: |OK|;AT+CMEE=1: |OK|;AT+CMGF=0: |OK|;AT+CNMI=2,1,0,0,0: |OK|;"
     "AT+CSCS='UCS2': |OK|;AT+CSCS='GSM': |OK|;AT+CSCS='IRA': |OK|;AT+CPBS='SM': |OK|;AT+CPBS='ME': |OK|;"
@@ -57,7 +60,8 @@ struct Session {
   }
 
   FakeModem modem;
-  AtHandset handset{[this](int port, int baud) { return openPort(port, baud); }, modem.clock};
+  FakeSettings settings{modem};
+  AtHandset handset{[this](int port, int baud) { return openPort(port, baud); }, modem.clock, settings};
 };
 
 // What `use` gives with a modem that is changed, and what went wrong; `limit` milliseconds are enough for it.
@@ -86,15 +90,20 @@ TEST(AtHandset, ReadsAndSendsEverything) {
 }
 
 TEST(AtHandset, DoesNotCareHowTheBytesComeOrWhatComesBetween) {
-  for (const char* text :
-       {"", "^RSSI: 7|*A1: 1|%Z_z: 2|#a b: 3|$A9: 4|", "|+CMT: ,24|0011|NO ANSWER|NO DIAL TONE|",
-        "+CDS: 25|RING|0011|NO CARRIER|BUSY|NO DIALTONE|+CDS: 6,23,'+31',145,'26',0|",
-        "+CBM: 88|0011|+CMT: '+31',,'26'|OK|"}) {
+  const std::string unreadable = "0/3///(unreadable message) 0011; ";
+  for (const auto& [text, message] :
+       {std::pair{"", ""s},
+        {"^RSSI: 7|*A1: 1|%Z_z: 2|#a b: 3|$A9: 4|", ""},
+        {"|+CMT: ,24|0011|NO ANSWER|NO DIAL TONE|", unreadable},
+        {"+CDS: 25|RING|0011|NO CARRIER|BUSY|NO DIALTONE|+CDS: 6,23,'+31',145,'26',0|", unreadable},
+        {"+CBM: 88|0011|+CMT: '+31',,'26'|OK|", "0/3/+31//OK; "}}) {
     for (const std::size_t chunk : {1U, 2U, 3U, 5U, 8U, 19U}) {
       Session at{chunk % 2 != 0 ? "<echo>: " : ""};
       at.modem.chunk = chunk;
       at.modem.between = text;
-      EXPECT_EQ(at.all(), usual) << text << " before each line, " << chunk << at.handset.lastProblem();
+      // What is handed over in the middle of an answer is in the inbox, once.
+      EXPECT_EQ(at.all(), hello + message + usual.substr(hello.size()))
+          << text << " before each line, " << chunk << at.handset.lastProblem();
       EXPECT_EQ(at.modem.texts.size(), 2U);
     }
   }
@@ -117,11 +126,12 @@ TEST(AtHandset, EndsAtOnceWhereverTheLineGoesAway) {
 }
 
 TEST(AtHandset, SaysWhyAPortWillNotDo) {
+  const std::string mute = "AT: ;AT+CSCS=?: ";
   const auto reason = [](const std::string& changes) {
     Session at{changes};
     EXPECT_FALSE(at.handset.open(3, 115200));
     const std::string problem = at.handset.lastProblem();
-    EXPECT_LE(at.modem.clock.now, 4000);
+    EXPECT_LE(at.modem.clock.now, 11'000);
     EXPECT_FALSE(at.handset.init() || at.handset.send("1", "x"));
     EXPECT_EQ(Shown::of(at.handset), "none\nnone\nnone\nno phonebook\nnone\nnone");
     at.modem.learn("<idle>: ;<port>: ");
@@ -129,47 +139,129 @@ TEST(AtHandset, SaysWhyAPortWillNotDo) {
     EXPECT_EQ(at.all() + at.handset.lastProblem(), usual);
     return problem;
   };
-  expectEach(reason,
-             {"there is no COM3 <= <port>: 1", "COM3 is used by another program <= <port>: 22",
-              "nothing answers <= AT: ", "only the echo comes back <= AT: ;<echo>: ",
-              "what answers is no modem <= AT: |ERROR| <= AT: ;<idle>: " + std::string(9000, '\xFF')});
+  expectEach(reason, {"there is no COM3 <= <port>: 1", "COM3 is used by another program <= <port>: 22",
+                      "nothing answers <= " + mute, "only the echo comes back <= <echo>: ;" + mute,
+                      "what answers is no modem <= AT: |ERROR|;AT+CSCS=?: |ERROR| <= <idle>: " +
+                          std::string(9000, '\xFF') + ';' + mute});
 }
 
 TEST(AtHandset, IsReadyOnlyForMessagesAsPdus) {
-  const auto ready = with(10'000, [](Session& at) {
+  const auto ready = with(12'000, [](Session& at) {
     EXPECT_TRUE(at.modem.texts.empty());
-    return (at.modem.commands.back() == "AT+CNMI=2,1,0,0,0" ? "changed " : "ready ") +
-           std::to_string(std::ranges::count(at.modem.commands, "AT"));
+    return at.modem.commands.back().starts_with("AT+CNMI=2") ? "changed"s : "ready"s;
   });
+  const std::string wantsPin = "<pin>: 1234;AT+CPIN?: |+CPIN: SIM PIN||OK|";
   expectEach(
       ready,
-      {"ready 2 <= AT: 0\r;ATE0: 0\r <= ATE0: |ERROR|;AT+CMEE=1: |COMMAND NOT SUPPORT| <= AT+CPIN?: |ERROR|",
-       "ready 2 <= AT+CPIN?: |+CME ERROR: 14|~|+CMS ERROR: 314|~|OK| <= AT+CMGF=0: |+CME ERROR: 14|~|0|",
-       "ready 2 <= AT+CPMS=?: |ERROR|~|ERROR|~|+CPMS: ('SM')||OK| <= AT+CNMI?: |+CNMI: 2,2,0,0,0||ERROR|",
-       "ready 4 <= AT: ~~~|OK|",
-       "changed 2 <= AT+CNMI?: |+CNMI: 2,2,0,0,0||OK|",  // else new messages would be lost while nobody looks
+      {"ready <= AT: 0\r;ATE0: 0\r <= AT: ~~~|OK| <= ATE0: |ERROR|;AT+CMEE=1: |COMMAND NOT SUPPORT| <= "
+       "AT+CPIN?: |ERROR|",
+       "ready <= AT+CPIN?: |+CME ERROR: 14|~|+CMS ERROR: 314|~|OK| <= AT+CMGF=0: |+CME ERROR: 14|~|0|",
+       "ready <= AT+CPMS=?: |ERROR|~|ERROR|~|+CPMS: ('SM')||OK| <= AT+CNMI?: |+CNMI: 2,2,0,0,0||ERROR|",
+       "changed <= AT+CNMI?: |+CNMI: 2,2,0,0,0||OK|",  // else new messages would be lost while nobody looks
        "the handset does not answer <= ATV1:  <= AT+CPIN?:  <= AT+CPMS=?: ",
        "the SIM is busy (+CME ERROR: 14) <= AT+CPIN?: |+CME ERROR: 14|",
+       "ready <= " + wantsPin + "~|+CPIN: READY||OK|;AT+CPIN='1234': |OK|",
+       "the handset asks for SIM PIN; it has refused the pin in port.ini <= " + wantsPin +
+           ";<pin refused>: 1234",
+       "the PIN was not accepted: wrong password (+CME ERROR: 16) <= " + wantsPin +
+           ";AT+CPIN='1234': |+CME ERROR: 16|",
+       "no SIM (+CME ERROR: SIM not inserted) <= AT+CPIN?: |+CME ERROR: SIM not inserted|",
+       "changed <= <report>: yes;AT+CNMI=?: |+CNMI: (2),(1),(0),(0-2),(0)||OK|;AT+CNMI=2,1,0,2,0: |OK|",
        "the handset asks for X <= AT+CPIN?: \r+CPIN:X\rOK\r <= AT+CPIN?: AT+CPIN?+CPIN: X||OK|",
        "the handset asks for \"X+CPIN: Y <= AT+CPIN?: |0011+CPIN: 'X+CPIN: Y|OK|",
        "the handset asks for " + std::string(LineReader::longestLine - 6, '1') +
            " <= AT+CPIN?: +CPIN:" + std::string(100'000, '1') + "|OK|",
        "no messages as PDUs: the handset does not answer <= AT+CMGF=0: |OKAY| O K|OK"});
-  EXPECT_EQ(ready("AT+CMGF=0: \0\0|\0OK|"s), "ready 2");
+  EXPECT_EQ(ready("AT+CMGF=0: \0\0|\0OK|"s), "ready");
 }
 
 TEST(AtHandset, ListsStoresOfEveryKind) {
-  const auto received = with(125'000, [](Session& at) { return Shown::of(at.handset.simReceived()); });
+  const auto received = with(45'000, [](Session& at) { return Shown::of(at.handset.simReceived()); });
   const std::string none = "nonemessages in SM: the handset ";
   expectEach(
       received,
-      {" <= AT+CPMS=?: |+CPMS: ('ME'),('SM')||OK| <= AT+CMGL=4 SM: |+CMS ERROR: 321|",
+      {" <= AT+CPMS=?: |+CPMS: ('ME'),('SM')||OK| <= AT+CPMS='SM': |OK|;AT+CMGL=4 SM: |+CMS ERROR: 321|",
        hello + " <= AT+CPMS='SM': |+CMS ERROR: 314|~|+CMS ERROR: 314|~|OK|",
        hello + " <= AT+CPMS='SM': |ERROR|;AT+CPMS='0053004D': |OK|;AT+CMGL=4 00: " + list + "||OK|",
-       hello + " <= AT+CMGL=4 SM: |+CMGL: 1,1|+CMT: ,23|+CMT: 'A',23|0011" + list.substr(15) + "|+9A: 1|OK|",
+       hello +
+           "0/3///(unreadable message) 0011;  <= AT+CPMS='SM': |OK|;AT+CMGL=4 SM: |+CMGL: 1,1|+CMT: "
+           ",23|+CMT: 'A',23|0011" +
+           list.substr(15) + "|+9A: 1|OK|",
        hello + hello + " <= AT+CMGL=4 SM: junk" + list.substr(1) + list.substr(1) + "||OK|",
-       none + "refuses (MODEM ERROR: 9) <= AT+CMGL=4 SM: " + list + "|MODEM ERROR: 9|",
-       none + "does not answer <= AT+CPMS='SM': |+CPMS: 0,50||OK|;AT+CMGL=4 SM:  <= AT+CMGL=4 SM: " + list});
+       // What came is there all the same; where nothing is listed, each place is asked for.
+       "none" + hello + "messages in SM: the handset refuses (MODEM ERROR: 9) <= AT+CMGL=4 SM: " + list +
+           "|+CMGL: 2,1,,24|MODEM ERROR: 9|",
+       "none" + hello + "messages in SM: the handset counts 2 and lists 1 <= AT+CMGL=4 SM: " + list + "||OK|",
+       hello + " <= AT+CMGL=4 SM: |ERROR|;AT+CPMS='SM': |+CPMS: 1,9||OK|" + place1,
+       "none" + hello + "messages in SM: the handset refuses (ERROR) <= AT+CMGL=4 SM: |ERROR|" + place1,
+       "nonemessages in SM: no SIM (+CMS ERROR: 310) <= AT+CMGL=4 SM: |+CMS ERROR: 310|" + place1,
+       none + "does not answer <= AT+CPMS='SM': |+CPMS: 0,50||OK|;AT+CMGL=4 SM: "});
+  const auto reading = with(80'000, [](Session& at) {
+    const std::string sim = Shown::of(at.handset.simReceived()),
+                      phone = Shown::of(at.handset.phoneMessages());
+    EXPECT_EQ(Shown::of(at.handset.phoneMessages()), phone);
+    const auto lists = std::ranges::count(at.modem.commands, "AT+CMGL=4");
+    return sim + phone + at.handset.simRoom() + ' ' + std::to_string(lists) + ' ';
+  });
+  const std::string report = "|+CDS: 24||07911326040000F006070B911306000000F1621112715104406211127151044000";
+  expectEach(reading,
+             {hello + "5/3/+31600000001/26112117154004/bbbbbbbb; SIM: 2 of 50 used 2  <= ",
+              "none" + hello +
+                  "noneSIM: 2 of 50 used 1 messages in SM: the handset does not answer <= "
+                  "AT+CMGL=4 SM: " +
+                  list + '|',
+              hello +
+                  " 1  <= AT+CPMS=?: |+CPMS: ('MT')||OK|;AT+CPMS='MT': |+CPMS: 1,9||OK|;"
+                  "AT+CMGL=4 MT: " +
+                  list + "||OK|",
+              hello +
+                  "0/3/+31600000001/26112117154004/(delivered 2026-11-21 17:15); "
+                  "SIM: 2 of 50 used 2  <= AT+CPMS='ME': |OK|;AT+CMGL=4 ME: " +
+                  report + "||OK|",
+              hello +
+                  "3/1/+31600000001/26112117154004/(delivered 2026-11-21 17:15); "
+                  "SIM: 2 of 50 used 3  <= <report>: yes;AT+CPMS=?: |+CPMS: ('SM','ME','SR')||OK|;"
+                  "AT+CPMS='ME': |OK|;AT+CMGL=4 ME: |OK|;AT+CPMS='SR': |OK|;AT+CMGL=4 SR: |+CMGL: 3,1,,24" +
+                  report.substr(10) + "||OK|"});
+}
+
+TEST(AtHandset, WaitsForSlowHandsets) {
+  for (const int delay : {100, 700, 1500, 3000, 8000}) {
+    for (const bool waits : {true, false}) {
+      Session at;
+      at.modem.delay = delay;
+      at.modem.waits = waits;
+      EXPECT_EQ(at.all(), usual) << delay << at.handset.lastProblem();
+      EXPECT_EQ(at.modem.texts.size(), 2U);
+    }
+  }
+}
+
+TEST(AtHandset, RemovesOnlyWhatItHasReadAgain) {
+  // The message of the SIM, or the phone's that came in two parts.
+  const auto removing = [](bool sim) {
+    return with(1000, [sim](Session& at) {
+      const Message listed = (sim ? at.handset.simReceived() : at.handset.phoneMessages()).items.at(0);
+      std::string all = at.handset.remove(listed) ? "gone" : "kept";
+      for (const std::string& command : at.modem.commands)
+        if (command.starts_with("AT+CMGD")) all += command.substr(7);
+      return all + ' ';
+    });
+  };
+  const std::string other = "|+CMGR: 1,,24|" + expectedOther + "||OK|", place = "messages in SM: the ";
+  expectEach(removing(true),
+             {"gone=1  <= ;AT+CMGD=1: |OK|" + place1 + "~|+CMS ERROR: 321| <= ;AT+CMGD=1: |OK|" + place1 +
+                  '~' + other,
+              "kept=1 " + place + "handset keeps what it has said to remove <= ;AT+CMGD=1: |OK|" + place1,
+              "kept=1 " + place + "handset refuses (ERROR) <= " + place1,
+              "kept " + place + "message is not at its place any more <= AT+CMGR=1: " + other +
+                  " <= AT+CMGR=1: |OK|"});
+  const std::string part = "|+CMGR: 1,,29|07911326040000F0440B911306000000F10000621112715104400B05000300020";
+  expectEach(removing(false),
+             {"gone=5=3  <= AT+CMGD=5: |OK|;AT+CMGD=3: |OK|;AT+CMGR=3: " + part + "2C462B118||OK|~" + part +
+                  "2C462B118||OK|~|OK|;AT+CMGR=5: " + part + "1C462B118||OK|~" + part + "1C462B118||OK|~|OK|",
+              "kept messages in ME: the message is not at its place any more <= AT+CMGD=5: |OK|;AT+CMGR=5: " +
+                  part + "1C462B118||OK|"});
 }
 
 TEST(AtHandset, NeverSendsTwiceAndNeverClaimsTooMuch) {
@@ -185,14 +277,19 @@ TEST(AtHandset, NeverSendsTwiceAndNeverClaimsTooMuch) {
       return outcome + std::to_string(texts) + ' ';
     });
   };
-  expectEach(sending("Hello."),
-             {"sent, 1  <=  <= AT+CMGS=20: > <= AT+CMGS=20: |> | <= AT+CMGS=20: |RING|+CMT: ,9|0011>22|> ",
-              "not sent, 1 the handset does not confirm the message <= <text>: |OK|",
-              "not sent, 1 the handset does not answer <= <text>: |+CMGS: 7| <= <text>: ",
-              "not sent, 1 no network (+CMS ERROR: 331) <= <text>: |+CMS ERROR: 331|",
-              "not sent, 0 the handset does not answer <= AT+CMGS=20: ",
-              "not sent, 0 the handset refuses (ERROR) <= AT+CMGS=20: |ERROR|",
-              "not sent, 0 the handset refuses (OK) <= AT+CMGS=20: |OK|"});
+  const std::string noCentre = "<text>: |+CMS ERROR: 330|";
+  expectEach(
+      sending("Hello."),
+      {"sent, 1  <=  <= AT+CMGS=20: > <= AT+CMGS=20: |> | <= AT+CMGS=20: |RING|+CMT: ,9|0011>22|> ",
+       "not sent, 1 the handset does not confirm the message <= <text>: |OK|",
+       "not sent, 1 the handset does not answer <= <text>: |+CMGS: 7| <= <text>: ",
+       // Nothing has gone out before the service centre was known.
+       "sent, 2  <= " + noCentre + "~|+CMGS: 7||OK|;AT+CSCA?: |+CSCA: '+31',145||OK|;AT+CSCA='+31',145: |OK|",
+       "not sent, 1 the SIM names no service centre (+CMS ERROR: 330) <= " + noCentre,
+       "not sent, 1 no network (+CMS ERROR: 331) <= <text>: |+CMS ERROR: 331|",
+       "not sent, 0 the handset does not answer <= AT+CMGS=20: ",
+       "not sent, 0 the handset refuses (ERROR) <= AT+CMGS=20: |ERROR|",
+       "not sent, 0 the handset refuses (OK) <= AT+CMGS=20: |OK|"});
   expectEach(sending(longText),
              {"sent, 2  <= ", "not sent, 1 the handset refuses (ERROR) <= <text>: |ERROR|"});
   EXPECT_EQ(sending("x", "Anna")(""), "not sent, 0 this is no number to send to");
@@ -231,18 +328,17 @@ TEST(AtHandset, TakesNothingForAnAnswerThatIsNone) {
   at.modem.output = "\r\n+CPMS: 9\r\nERROR\r\n";  // left on the line
   EXPECT_EQ(received("|OK|+CPMS: 8|ERR"), hello + "AT+CPMS='SM' AT+CMGL=4 ");
   EXPECT_EQ(received("|+CMT: ,9|half a line"), "noneAT+CPMS='SM' ");
-  at.modem.learn("AT: OK|");
-  EXPECT_EQ(received("OK|"), hello + "AT AT+CPMS='SM' AT+CMGL=4 ");
+  EXPECT_EQ(received("OK|"), hello + "AT+CSCS=? AT+CPMS='SM' AT+CMGL=4 ");
   // Too late, just before the next command and just behind it.
-  at.modem.learn("AT+CMGS=20: ~|> ;<text>: ;AT: |ERROR||OK|~|OK|");
+  at.modem.learn("AT+CMGS=20: ~|> ;<text>: ;AT+CSCS=?: |ERROR||+CSCS: 0||OK|~|+CSCS: 0||OK|");
   for (int again = 0; again < 2; ++again) {
     EXPECT_FALSE(at.handset.send(someone, "Hello."));
-    EXPECT_EQ(received("|OK|"), hello + "AT AT+CPMS='SM' AT+CMGL=4 ");
+    EXPECT_EQ(received("|OK|"), hello + "AT+CSCS=? AT+CPMS='SM' AT+CMGL=4 ");
   }
   // Nobody there any more: the command is not even sent.
   EXPECT_EQ(received(""), "noneAT+CPMS='SM' ");
-  at.modem.learn("AT: ");
-  EXPECT_EQ(received("|OK|"), "noneAT ");
+  at.modem.learn("AT+CSCS=?: ");
+  EXPECT_EQ(received("|OK|"), "noneAT+CSCS=? ");
 }
 
 TEST(AtHandset, ReadsPhonebooksInTheBestCharacterSetAndPutsItBack) {
@@ -262,7 +358,7 @@ TEST(AtHandset, ReadsPhonebooksInTheBestCharacterSetAndPutsItBack) {
                   ": |OK|;AT+CPBS='SM': |ERROR|;" +
                   "AT+CPBS='0053004D': |OK|;AT+CPBR=1,100 00: |+CPBR: 1,'003100310032',129,'0041'||OK|",
               none + "its size is not known <= AT+CPBR=?: |OK|;AT+CPBS?: |ERROR|",
-              none + "the handset does not answer <= AT+CPBR=101,150 SM: "});
+              "none" + contacts + none.substr(4) + "the handset does not answer <= AT+CPBR=101,150 SM: "});
   // A phonebook is readable when one of the two is.
   const auto either = with(1000, [](Session& at) { return at.handset.initPhonebook() ? "yes" : "no, "; });
   const std::string noSim = "AT+CPBS='SM': |ERROR|";

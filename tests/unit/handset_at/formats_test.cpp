@@ -66,14 +66,22 @@ TEST(Formats, MessagesAreReadToTheLetter) {
        "< T Hi <= Z0400910000T02C834",
        "<S T Hello <= HTtFFFF <= Z04S0040Tt <= Z04S00C8Tt <= Z04S00D0Tt <= Z04S00B0Tt <= Z04S00F1Tt",
        "<S  Hello <= H62001271510440t <= H6A111271510440t", "<S 261121171540B2 Hello <= H6211127151042Bt",
-       "<S 26112117154000 Hello <= H621112715104AFt", "rS T (status report: delivered) <= Z0607STT00",
-       "rS T (status report: not yet delivered) <= Z0607STT20",
-       "rS T (status report: not delivered, reason 40) <= Z0607STT40", "<S T  <= HT00",
+       "<S 26112117154000 Hello <= H621112715104AFt", "rS T (delivered 2026-11-21 17:15) <= Z0607STT00",
+       "rS T (not yet delivered 2026-11-21 17:15) <= Z0607STT20",
+       "rS T (not delivered 2026-11-21 17:15, reason 40) <= Z0607STT40", "<S T  <= HT00",
        "<S T a\nb\nc\nd <= HT08e18642dc182bc8", "<S T a\nb\n <= Z04S0008T0A0061000D000A0062000D",
        "<S T A  <= HT02C10D", "<S T A € <= HT069BE066B32903", "<S T a🎉b <= Z04S0008T080061D83CDF890062",
        "<S T Пр <= Z04S0008T04041F0440 <= Z04S0048T04041F0440 <= Z04S00E0T04041F0440",
        "<S T \uFFFDa <= Z04S0008T04D83C0061", "<S T ab <= Z04S0008T050061006204",
        "<S T (8-bit data) 6162 <= Z04S0004T026162 <= Z04S00F5T026162",
+       "<S T (multimedia message waiting) <= Z44S0004T0A0605040B8423F0010203",
+       "<S T €ıĞğŞşİçĞİŞçğış€ <= Z44S0000T200624010125010184C382C1E900C19BE326B9996EC69BF326BD996FCA",
+       "<S T AçÁÍÓÚáíóú€ <= Z44S0000T1A03240102086E129BE026B9796EAA9BF026BD796FEA9B32",
+       "<S T êúíóÔôÁáªÇÀ∞^\\€Ó|ÂâÊºÍÃÕÚ~ãõ` <= "
+       "Z44S0000T250624010325010304C301B160381E9209A562B960321A4EC743026EB95DF09EDF07",
+       "<S T êçÔôÁáΦΓΩΠΨΣΘÊÀÍÓÚÃÕÂíóúãõâ <= "
+       "Z44S0000T3B03240103D8143689CD62C3D838368F8D6433D9543696CD6583D964369F4D"
+       "7093DC3C37D5CD76C3DD8437E9CD7B53DFEC37FCCD1F",
        "<S T (compressed text) 01FE <= Z04S0020T0201FE", "<S T bbbb/7/2/3 <= Z44S0000T0B050003070302C462B118",
        "<S T Ж/4660/2/3 <= P09060804123403020416", "<S T Ж/7/1/2 <= P0E0B05040B8423F000030702010416",
        // Not a part's number: 0, past the total, past the header, of another element or of one of another
@@ -163,24 +171,29 @@ TEST(Formats, MessageListsAreReadWhateverStandsAroundTheMessages) {
     return all;
   };
   expectEach(
-      rows, {"1/3/Hello 3/7/Hello 9/7/Hello  <= ~1,0,,24|<|~3,2,,18|>|~9,3,'Anna, B',18|>",
-             "1/7/Hello 2/1/Hello  <= ~1,3,,24|<|~2,1,,18|>",  // the state says it, not the message
-             "0/3/Hello  <= ~0,23|<", "2/3/Hello  <= ~2,0,24|<", "4/7/Hello  <= ~4|> <= ~4,4,,18|>",
-             "4/1/Hello  <= ~4,,,24|< <= ~4,'REC READ',,24|< <= ~4,1|'<' <= x|<|~4,1,,24|# 12|<|<",
-             "1/1/(unreadable message) xyz 0/1/(unreadable message)   <= ~1,1,,24|xyz|+CMGL:",
-             "32767/1/Hello 0/1/Hello  <= ~32767,1|<|~32768,1|<", "0/1/Hello  <= ~-1,1|< <= ~99999999999,1|<",
-             // Parts are joined when all are there, and make no more than three characters.
-             "2/3/abc  <= ~1,1|W|~2,1|U|~3,0|V", "2/1/a 1/1/c  <= ~1,1|W|~2,1|U",
-             "1/1/a 3/1/c 2/7/b  <= ~1,1|U|~2,3|V|~3,1|W", "1/1/a 2/1/b  <= ~1,1|U|~2,1|p02020062",
-             "1/1/a 3/1/c 2/1/b  <= ~1,1|U|~2,1|Z44049121430008T080500030903020062|~3,1|W",
-             "2/1/a 1/1/b 3/1/c 4/1/d  <= ~1,1|p04020062|~2,1|p04010061|~3,1|p04030063|~4,1|p04040064",
-             "1/1/abc 4/1/bac  <= ~1,1|U|~2,1|V|~3,1|W|~4,1|X|~5,1|Y|~6,1|W",
-             "1/1/a 2/1/c 3/1/b 4/1/a 5/1/c  <= ~1,1|U|~2,1|W|~3,1|X|~4,1|Y|~5,1|W",
-             // A character may be spread over parts; what is damaged is not joined.
-             "1/1/🎉  <= ~1,1|P08050003090201D83C|~2,1|P08050003090202DF89",
-             "2/1/€  <= ~1,1|Z44S0000T08050003090202CA|~2,1|Z44S0000T0805000309020136",
-             "1/1/Жe  <= ~1,1|P09050003090201041604|~2,1|Z44S0000T08050003090202CA",
-             "1/1/Ж 2/1/(unreadable message) Ж  <= ~1,1|P080500030902010416|~2,1|P090500030902020416"});
+      rows,
+      {"1/3/Hello 3/7/Hello 9/7/Hello  <= ~1,0,,24|<|~3,2,,18|>|~9,3,'Anna, B',18|>",
+       "1/7/Hello 2/1/Hello  <= ~1,3,,24|<|~2,1,,18|>",  // the state says it, not the message
+       "0/3/Hello  <= ~0,23|<", "2/3/Hello  <= ~2,0,24|<", "4/7/Hello  <= ~4|> <= ~4,4,,18|>",
+       "4/1/Hello  <= ~4,,,24|< <= ~4,'REC READ',,24|< <= ~4,1|'<' <= x|<|~4,1,,24|# 12|<|<",
+       "1/1/(unreadable message) xyz 0/1/(unreadable message)   <= ~1,1,,24|xyz|+CMGL:",
+       "32767/1/Hello 0/1/Hello  <= ~32767,1|<|~32768,1|<", "0/1/Hello  <= ~-1,1|< <= ~99999999999,1|<",
+       // Parts are joined when all are there, and make no more than three characters.
+       "2/3/abc  <= ~1,1|W|~2,1|U|~3,0|V", "2/1/(1/3) a 1/1/(3/3) c  <= ~1,1|W|~2,1|U",
+       "1/1/(1/3) a 3/1/(3/3) c 2/7/(2/3) b  <= ~1,1|U|~2,3|V|~3,1|W",
+       "1/1/(1/3) a 2/1/(2/2) b  <= ~1,1|U|~2,1|p02020062",
+       "1/1/(1/3) a 3/1/(3/3) c 2/1/(2/3) b  <= ~1,1|U|~2,1|Z44049121430008T080500030903020062|~3,1|W",
+       "2/1/(1/4) a 1/1/(2/4) b 3/1/(3/4) c 4/1/(4/4) d  <= "
+       "~1,1|p04020062|~2,1|p04010061|~3,1|p04030063|~4,1|p04040064",
+       "1/1/abc 4/1/bac  <= ~1,1|U|~2,1|V|~3,1|W|~4,1|X|~5,1|Y|~6,1|W",
+       "1/1/(1/3) a 2/1/(3/3) c 3/1/(1/3) b 4/1/(2/3) a 5/1/(3/3) c  <= ~1,1|U|~2,1|W|~3,1|X|~4,1|Y|~5,1|W",
+       // The same reference a day later is another message.
+       "1/1/abc 4/1/(1/3) a  <= ~1,1|U|~2,1|V|~3,1|W|~4,1|Z44S000862112241510440080500030903010061",
+       // A character may be spread over parts; what is damaged is not joined.
+       "1/1/🎉  <= ~1,1|P08050003090201D83C|~2,1|P08050003090202DF89",
+       "2/1/€  <= ~1,1|Z44S0000T08050003090202CA|~2,1|Z44S0000T0805000309020136",
+       "1/1/Жe  <= ~1,1|P09050003090201041604|~2,1|Z44S0000T08050003090202CA",
+       "1/1/(1/2) Ж 2/1/(unreadable message) Ж  <= ~1,1|P080500030902010416|~2,1|P090500030902020416"});
 }
 
 TEST(Formats, ErrorsArePutIntoWords) {
@@ -192,6 +205,8 @@ TEST(Formats, ErrorsArePutIntoWords) {
   expectEach(words, {"the SIM is busy (+CME ERROR:14), SIM, busy <= +CME ERROR:14",
                      "the SIM is busy (+CMS ERROR: 314), SIM, busy <= +CMS ERROR: 314",
                      "the SIM wants its PIN2 or PUK2 (+CME ERROR: 18), SIM <= +CME ERROR: 18",
+                     "no SIM (+CME ERROR: sim not inserted), SIM <= +CME ERROR: sim not inserted",
+                     "the SIM is busy (+CMS ERROR: SIM busy), SIM, busy <= +CMS ERROR: SIM busy",
                      "the handset refuses (+EXT ERROR: 14) <= +EXT ERROR: 14"});
 }
 
