@@ -113,7 +113,8 @@ int Library::counted(std::size_t entries, bool complete) {
 
 // Keeps the reason when something was not done.
 int Library::answer(bool done, int yes, int no) {
-  if (!done) problem_ = opened_ ? text::repairedUtf8(opened_->lastProblem()) : notReady;
+  if (!done && opened_) problem_ = text::repairedUtf8(opened_->lastProblem());
+  if (!done && problem_.empty()) problem_ = notReady;
   return done ? yes : no;
 }
 

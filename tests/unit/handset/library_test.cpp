@@ -180,6 +180,27 @@ TEST_F(LibraryTest, SendsTheTextThatTheEntryMeansOrSaysThatItDidNot) {
                             late + "\xB1\x81\x31; 5" + late + "\xB1; 6" + late + "Ω🎉*; ");
 }
 
+TEST_F(LibraryTest, RemovesAMessageWithTheLastOfItsEntries) {
+  const std::string file = "[message]\ntext = " + std::string(161, 'x') + '\n' + oneEach;
+  opened(file);
+  std::vector<std::byte> bytes(4 * phonelink::messageEntrySize);
+  EXPECT_EQ(library.receivedMessages(bytes), 3);
+  const auto remove = [&](std::size_t entry) {
+    return library.remove(
+        std::span{bytes}.subspan(entry * phonelink::messageEntrySize).first<phonelink::messageEntrySize>());
+  };
+  // The fourth entry is none, and what is gone cannot be removed again.
+  for (const auto& [entry, answer] : {std::pair{3, 0}, {0, 2}, {0, 0}, {1, 1}, {1, 0}})
+    EXPECT_EQ(remove(static_cast<std::size_t>(entry)), answer) << entry;
+  EXPECT_EQ(library.problem(), "the message is not in the last list");
+  opened(file);
+  EXPECT_EQ(remove(2), 1);  // a list outlives its link
+  opened(file);
+  EXPECT_EQ(all(), "|3/0///; |1/1///; |=; |=; ");
+  EXPECT_EQ(opened("[settings]\nopen = no"), 0);
+  EXPECT_EQ(library.problem(), "handset.txt says open = no");
+}
+
 TEST_F(LibraryTest, SimulatesWhatItsFileHoldsWhateverEditorSavedIt) {
   std::string spaced;
   for (const char c : items) spaced += c == '\n' ? "  \t\r\n  " : std::string(1, c);
