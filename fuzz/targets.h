@@ -64,8 +64,12 @@ struct Modem : handset::at::ByteStream {
 
 // Everything is wanted.
 struct Settings : handset::at::PortSettings {
-  std::string value(std::string_view key) override { return key == "pin" ? "1234" : "yes"; }
-  void setValue(std::string_view, std::string_view) override {}
+  std::string value(std::string_view key) override {
+    return key == "pin" ? "1234" : key == handset::at::reportKey ? "yes" : refused;
+  }
+  void setValue(std::string_view, std::string_view value) override { refused = value; }
+
+  std::string refused;
 };
 
 // Goes on by itself, so that nobody waits for ever.

@@ -140,7 +140,7 @@ Listing<Message> AtHandset::simReceived() {
   simRoom_.clear();
   Listing<Message> all = listStore(simStore);
   Listing<Message> received{{}, all.complete};
-  simOutgoing_.emplace(std::vector<Message>{}, all.complete);
+  simOutgoing_ = Listing<Message>{{}, all.complete};
   for (Message& message : all.items) {
     const bool outgoing = message.status == phonelink::statusOutgoing;
     (outgoing ? simOutgoing_->items : received.items).push_back(std::move(message));

@@ -5,6 +5,7 @@ import pathlib
 import re
 import select
 import threading
+import time
 import tty
 
 UNREAD, READ, UNSENT, SENT = range(4)
@@ -22,7 +23,9 @@ class Modem:
 
     def __init__(self, path):
         self.path = pathlib.Path(path)
-        self.messages = {"SM": [], "ME": []}  # [status, PDU]
+        self.messages = {"SM": [], "ME": []}  # [status, PDU], None where one was removed
+        self.room = 1000  # in each store
+        self.delay = 0  # seconds that an answer takes
         self.contacts = {"SM": [], "ME": []}  # (name, number)
         self.chosen = {"+CPMS": "SM", "+CPBS": "SM", "+CSCS": "GSM"}
         self.moved = 0  # bytes in both directions
@@ -70,6 +73,7 @@ class Modem:
                 self.line += character
 
     def answer(self, line):
+        time.sleep(self.delay)
         if line.startswith("AT+CMGS="):
             self.awaited = int(line[8:])
             self.send("\r\n> ")
@@ -91,12 +95,22 @@ class Modem:
         elif name in self.chosen and value:
             self.chosen[name] = value.split('"')[0]  # the first of several
             if name == "+CPMS":
-                found = ["+CPMS:" + ",".join([f" {len(self.messages[self.chosen[name]])},1000"] * 3)]
+                used = len([one for one in self.messages[self.chosen[name]] if one])
+                found = ["+CPMS:" + ",".join([f" {used},{self.room}"] * 3)]
         elif name in self.chosen:
             found = [f'{name}: "{self.chosen[name]}"']
         elif name == "+CMGL":
-            found = [f"+CMGL: {i},{status},,{length(pdu)}\r\n{pdu}"
-                     for i, (status, pdu) in enumerate(self.messages[self.chosen["+CPMS"]], 1)]
+            found = [f"+CMGL: {i},{one[0]},,{length(one[1])}\r\n{one[1]}"
+                     for i, one in enumerate(self.messages[self.chosen["+CPMS"]], 1) if one]
+        elif name in ("+CMGR", "+CMGD"):
+            stored, place = self.messages[self.chosen["+CPMS"]], int(value) - 1
+            if not 0 <= place < len(stored) or not stored[place]:
+                return ["+CMS ERROR: 321"]
+            status, pdu = stored[place]
+            if name == "+CMGD":
+                stored[place] = None
+            else:
+                found = [f"+CMGR: {status},,{length(pdu)}\r\n{pdu}"]
         elif name == "+CPBR":
             found = [f'+CPBR: {i},"{number}",129,"{contact.encode("utf-16-be").hex()}"'
                      for i, (contact, number) in enumerate(self.contacts[self.chosen["+CPBS"]], 1)]
