@@ -92,6 +92,7 @@ inline void channel(std::string_view input) {
   handset.phoneMessages();
   handset.send("112", std::string(200, 'x'));
   for (const ::handset::Message& message : received.items) handset.remove(message);
+  handset.nextDelivery();
   handset.initPhonebook();
   handset.simContacts();
   handset.phoneContacts();

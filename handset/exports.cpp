@@ -134,6 +134,12 @@ PHONE_LINK zelRoom(char* text, int size) {
   return guarded(0, [=](handset::Library& l) { return copied(l.room(), text, size); });
 }
 
+// The same for what became of a message that was sent since the link was opened: its number, a tab and words.
+// Each once.
+PHONE_LINK zelDelivered(char* text, int size) {
+  return guarded(0, [=](handset::Library& l) { return copied(l.delivered(), text, size); });
+}
+
 PHONE_LINK zelInitPB() {
   return guarded(failed, [](handset::Library& l) { return l.initPhonebook(); });
 }

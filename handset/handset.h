@@ -77,6 +77,10 @@ class Handset {
   // How full the SIM is, in words, as of the last list; empty where that is not known.
   virtual std::string simRoom() = 0;
 
+  // What became of a message that was sent since the link was opened: the number that it was sent to, a tab,
+  // and what a report that has come says of it. Each once; empty when there is nothing new.
+  virtual std::string nextDelivery() = 0;
+
   virtual bool initPhonebook() = 0;
   virtual Listing<Contact> simContacts() = 0;
   virtual Listing<Contact> phoneContacts() = 0;

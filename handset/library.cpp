@@ -216,6 +216,10 @@ int Library::remove(phonelink::MessageBytes entry) {
   return 0;
 }
 
+std::string Library::delivered() {
+  return ready_ ? text::repairedUtf8(opened_->nextDelivery()) : std::string{};
+}
+
 int Library::initPhonebook() {
   return answer(ready_ && opened_->initPhonebook(), 1, 0);
 }

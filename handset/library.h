@@ -49,6 +49,8 @@ class Library {
   int remove(phonelink::MessageBytes entry);
   // How full the SIM was when it was read; empty when that is not known.
   const std::string& room() const { return room_; }
+  // As Handset::nextDelivery().
+  std::string delivered();
   // Why the last call that failed did so, in UTF-8; empty when none has since the last open.
   const std::string& problem() const { return problem_; }
 

@@ -10,6 +10,7 @@
 #include "handset/at/joined_messages.h"
 #include "handset/at/message_list.h"
 #include "handset/at/message_reader.h"
+#include "handset/at/message_sender.h"
 #include "handset/at/modem_identity.h"
 #include "handset/at/opening.h"
 #include "handset/at/phonebook_reader.h"
@@ -24,7 +25,6 @@ constexpr std::string_view phoneMemory = "ME";
 constexpr std::string_view bothStores = "MT";
 constexpr std::string_view reportStore = "SR";
 constexpr const char* notOpen = "no port is open";
-constexpr int noServiceCentre = 330;
 
 }  // namespace
 
@@ -41,7 +41,10 @@ bool AtHandset::fail(std::string problem) {
 bool AtHandset::open(int port, int baud) {
   close();
   lastProblem_.clear();
-  if (std::exchange(port_, port) != port) handedOver_.clear();
+  if (std::exchange(port_, port) != port) {
+    handedOver_.clear();
+    settled_ = 0;
+  }
   OpenedPort opened = openPort_(port, baud);
   if (!opened.stream) return fail(problemOf(opened.problem, port));
   stream_ = std::move(opened.stream);
@@ -65,6 +68,9 @@ bool AtHandset::init() {
 void AtHandset::close() {
   endReading();
   keepHandedOver();
+  settled_ = handedOver_.size();
+  sent_.clear();
+  deliveries_.clear();
   dialect_.reset();
   channel_.reset();
   stream_.reset();
@@ -178,31 +184,6 @@ Listing<Message> AtHandset::phoneMessages() {
   return *phone_;
 }
 
-// The service centre that the SIM names, written back, is what some handsets need to find it.
-bool AtHandset::renewServiceCentre() {
-  const Answer answer = channel_->command("AT+CSCA?", "+CSCA:", simDeadline);
-  const std::optional<std::string_view> value = valueOf(answer.lines, "+CSCA:");
-  if (!answer.ok() || !value || value->find_first_not_of("\"+,*#0123456789ABCDEFabcdef") != value->npos)
-    return false;
-  if (fieldsOf(*value).front().text.empty()) return false;
-  return channel_->command("AT+CSCA=" + std::string{*value}, {}, simDeadline).ok();
-}
-
-bool AtHandset::sendPart(const std::string& hex, std::size_t octets) {
-  const auto sent = [&] {
-    return channel_->commandWithText("AT+CMGS=" + std::to_string(octets), hex, "+CMGS:", promptDeadline,
-                                     sendDeadline);
-  };
-  Answer answer = sent();
-  // Without a service centre nothing has gone out.
-  if (answer.outcome == Answer::Outcome::refused && answer.result.number == noServiceCentre &&
-      renewServiceCentre())
-    answer = sent();
-  if (!answer.ok()) return fail(problemOf(answer));
-  // Whether it went out is then unknown; sending it again could send it twice.
-  return valueOf(answer.lines, "+CMGS:") || fail("the handset does not confirm the message");
-}
-
 bool AtHandset::send(std::string_view number, std::string_view text) {
   if (!channel_) return fail(notOpen);
   endReading();
@@ -210,8 +191,42 @@ bool AtHandset::send(std::string_view number, std::string_view text) {
   const std::optional<std::vector<SubmitPdu>> parts = submitPdus(number, text, reference_, report);
   if (!parts) return fail(dialledNumber(number) ? "the text is too long" : "this is no number to send to");
   if (parts->size() > 1) ++reference_;
-  return std::ranges::all_of(*parts,
-                             [this](const SubmitPdu& part) { return sendPart(part.hex, part.octets); });
+  MessageSender sender{*channel_};
+  std::vector<std::uint8_t> references;
+  for (const SubmitPdu& part : *parts) {
+    const std::optional<std::uint8_t> reference = sender.send(part);
+    if (!reference) return fail(sender.problem());
+    references.push_back(*reference);
+  }
+  if (report) sent_.add(std::string{number}, std::move(references));
+  return true;
+}
+
+// Looks which messages the reports are about that have come since the last time.
+void AtHandset::settleReports() {
+  channel_->listen();
+  keepHandedOver();
+  const auto settle = [this](const Pdu& report) {
+    if (std::string words = sent_.settle(report); !words.empty())
+      deliveries_.insert(deliveries_.begin(), std::move(words));
+  };
+  for (; settled_ < handedOver_.size(); ++settled_) settle(decodePdu(handedOver_[settled_].body));
+  for (const std::string& line : channel_->takeStoredReports()) {
+    const std::vector<Field> fields = fieldsOf(std::string_view{line}.substr(line.find(':') + 1));
+    const std::optional<int> index = fields.size() > 1 ? numberOf(fields[1].text) : std::nullopt;
+    if (!index) continue;
+    MessageReader reader{*channel_, clock_, *dialect_};
+    if (const auto stored = reader.readPlace(fields[0].text, *index)) settle(stored->pdu);
+  }
+}
+
+std::string AtHandset::nextDelivery() {
+  if (!channel_) return {};
+  if (deliveries_.empty()) settleReports();
+  if (deliveries_.empty()) return {};
+  std::string words = std::move(deliveries_.back());
+  deliveries_.pop_back();
+  return words;
 }
 
 bool AtHandset::remove(const Message& message) {

@@ -10,12 +10,12 @@
 
 #include "handset/at/byte_stream.h"
 #include "handset/at/port_settings.h"
+#include "handset/at/sent_messages.h"
 #include "handset/handset.h"
 
 namespace handset::at {
 
 class Channel;
-class MessageReader;
 struct Dialect;
 struct HandedOver;
 struct StoredPdu;
@@ -47,6 +47,7 @@ class AtHandset : public Handset {
   bool send(std::string_view number, std::string_view text) override;
   bool remove(const Message& message) override;
   std::string simRoom() override { return simRoom_; }
+  std::string nextDelivery() override;
   bool initPhonebook() override;
   Listing<Contact> simContacts() override;
   Listing<Contact> phoneContacts() override;
@@ -58,8 +59,7 @@ class AtHandset : public Handset {
   std::string phoneStore() const;
   void keepHandedOver();
   void appendHandedOver(std::vector<Message>& received, std::size_t from) const;
-  bool sendPart(const std::string& hex, std::size_t octets);
-  bool renewServiceCentre();
+  void settleReports();
   Listing<Contact> listContacts(std::string_view store);
   void endReading();
   bool fail(std::string problem);
@@ -76,8 +76,11 @@ class AtHandset : public Handset {
   std::string stalled_;                          // why this reading has ended; empty: it has not
   std::string simRoom_;
   std::vector<HandedOver> handedOver_;  // kept nowhere else
-  int port_ = 0;                        // from which they came
-  std::uint8_t reference_ = 0;          // of the next long message
+  std::size_t settled_ = 0;             // of them, as far as reports go
+  SentMessages sent_;
+  std::vector<std::string> deliveries_;  // not told yet, the newest first
+  int port_ = 0;                         // from which they came
+  std::uint8_t reference_ = 0;           // of the next long message
   std::string lastProblem_;
 };
 

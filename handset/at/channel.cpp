@@ -63,9 +63,11 @@ void Channel::drain(int quiet) {
   forget();
 }
 
-// The second line of a message may be on its way; nothing else that has begun is wanted.
+// The rest of a message may be on its way; nothing else that has begun is wanted.
 void Channel::forget() {
   const std::string_view begun = reader_.begun();
+  for (const std::string_view name : {"+CMT:", "+CDS:"})
+    if (!begun.empty() && name.starts_with(begun)) return;
   if (companion_ == Companion::hexadecimal ? begun.empty() || isHex(begun)
                                            : companionOf(begun) != Companion::none)
     return;
@@ -94,7 +96,10 @@ bool Channel::belongs(std::string& line, const Wait& wait) {
     announced_ = line;
     return false;
   }
-  if (isUnsolicited(line, wait.prefix) && !finalResultIn(line)) return false;
+  if (isUnsolicited(line, wait.prefix) && !finalResultIn(line)) {
+    if (line.starts_with("+CDSI:") && storedReports_.size() < mostHandedOver) storedReports_.push_back(line);
+    return false;
+  }
   const Companion awaited = std::exchange(companion_, Companion::none);
   if (awaited == Companion::none || (awaited == Companion::hexadecimal && !isHex(line))) return true;
   take(line);

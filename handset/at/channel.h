@@ -73,12 +73,17 @@ class Channel {
   // know the question is waited for until all answers have come that it may owe. The answer is OK if any was.
   Answer synchronize(int milliseconds);
 
+  // Takes what has come while nothing was asked.
+  void listen() { drain(0); }
+
   bool gone() const { return gone_; }
   // What has come in since the channel was made.
   bool heardAnything() const { return heardAnything_; }
   bool heardMoreThanEcho() const { return heardMoreThanEcho_; }
   // What came unasked since the last call, each once.
   std::vector<HandedOver> takeHandedOver() { return std::exchange(handedOver_, {}); }
+  // The lines that tell where a report was stored, since the last call.
+  std::vector<std::string> takeStoredReports() { return std::exchange(storedReports_, {}); }
 
  private:
   enum class Await { finalResult, prompt };
@@ -109,6 +114,7 @@ class Channel {
   Companion companion_ = Companion::none;  // of the unsolicited line that came last
   std::string announced_;                  // that line
   std::vector<HandedOver> handedOver_;
+  std::vector<std::string> storedReports_;
   std::size_t received_ = 0;           // bytes, in this exchange
   int overdue_ = 0;                    // answers that may still come
   int questions_ = 0;                  // of them those to synchronize()

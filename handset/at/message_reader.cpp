@@ -30,6 +30,15 @@ bool isInvalidIndex(const FinalResult& result) {
   return result.family == FinalResult::Family::message && result.number == invalidIndex;
 }
 
+// How handsets answer the question what lies at a place where nothing does.
+bool meansNothingThere(const FinalResult& result) {
+  using enum FinalResult::Family;
+  constexpr int unknownError = 500;
+  return result.family == plain || isInvalidIndex(result) ||
+         (result.family == message && result.number == unknownError) ||
+         (result.family == equipment && (result.number == 21 || result.number == 22));
+}
+
 // What was read twice and may be written differently.
 bool sameMessage(const StoredPdu& found, const Place& listed) {
   if (found.hex == listed.content) return true;
@@ -101,10 +110,16 @@ std::vector<StoredPdu> MessageReader::placeByPlace(const std::string& whyNotList
   return messages;
 }
 
+std::optional<StoredPdu> MessageReader::readPlace(std::string_view store, int index) {
+  if (!select(store)) return std::nullopt;
+  const Answer answer = channel_.command("AT+CMGR=" + std::to_string(index), "+CMGR:", simDeadline);
+  return answer.ok() ? messageAt(index, answer.lines) : std::nullopt;
+}
+
 // What lies at a part's place now.
 MessageReader::Found MessageReader::look(const Place& part) {
   const Answer answer = channel_.command("AT+CMGR=" + std::to_string(part.index), "+CMGR:", simDeadline);
-  if (answer.outcome == Outcome::refused && !isBusy(answer.result)) return Found::other;
+  if (answer.outcome == Outcome::refused && meansNothingThere(answer.result)) return Found::other;
   if (!answer.ok()) {
     fail(answer);
     return Found::unknown;

@@ -29,6 +29,9 @@ class MessageReader {
   // nothing, each place is asked for.
   std::vector<StoredPdu> read(std::string_view store);
 
+  // What lies at one place; nullopt when nothing does or there is a problem().
+  std::optional<StoredPdu> readPlace(std::string_view store, int index);
+
   // Removes the parts of one message, after all of them were read again. False as soon as a place holds
   // anything else than it did, and when the handset keeps what it has said to remove.
   bool remove(std::span<const Place> parts);

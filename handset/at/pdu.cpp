@@ -91,8 +91,8 @@ std::string dayAndMinute(const std::string& time) {
 
 std::string reportText(const Pdu& pdu) {
   const std::string when = dayAndMinute(pdu.time);
-  if (pdu.reportStatus < 0x20) return "(delivered" + when + ')';
-  if (pdu.reportStatus < 0x40) return "(not yet delivered" + when + ')';
+  if (pdu.reportStatus < deliveredBelow) return "(delivered" + when + ')';
+  if (pdu.reportStatus < triedBelow) return "(not yet delivered" + when + ')';
   const std::uint8_t octets[] = {pdu.reportStatus};
   return "(not delivered" + when + ", reason " + hexFromOctets(octets) + ')';
 }

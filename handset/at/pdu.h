@@ -14,6 +14,10 @@ namespace handset::at {
 
 enum class Coding { septets, octets, ucs2, compressed };
 
+// What the status of a report means: below the first delivered, below the second not yet, else never.
+inline constexpr std::uint8_t deliveredBelow = 0x20;
+inline constexpr std::uint8_t triedBelow = 0x40;
+
 // Where a handset listens for word of multimedia messages.
 inline constexpr std::uint16_t multimediaPort = 2948;
 

@@ -31,6 +31,7 @@ class SimulatedHandset : public Handset {
   // For as long as this object lives; the file keeps its message.
   bool remove(const Message& message) override;
   std::string simRoom() override { return {}; }
+  std::string nextDelivery() override { return {}; }
   bool initPhonebook() override;
   Listing<Contact> simContacts() override;
   Listing<Contact> phoneContacts() override;

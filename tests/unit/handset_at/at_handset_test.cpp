@@ -296,6 +296,24 @@ TEST(AtHandset, NeverSendsTwiceAndNeverClaimsTooMuch) {
   EXPECT_EQ(sending(std::string(40'000, 'x'))(""), "not sent, 0 the text is too long");
 }
 
+TEST(AtHandset, TellsOnceWhatBecameOfAMessage) {
+  const std::string tail = "0B911306000000F16211127151044062111271510440",
+                    reports = "|+CDS: 24|07911326040000F006";
+  Session at{
+      "<report>: yes;<text>: |+CMGS: 7||OK|~|+CMGS: 8||OK|;AT+CPMS='SR': |OK|;AT+CMGR=4: |+CMGR: 0,,24|"
+      "07911326040000F00608" +
+      tail + "00||OK|"};
+  ASSERT_TRUE(at.open() && at.handset.send("31600000001", longText));
+  EXPECT_EQ(at.modem.texts.at(0).substr(2, 2), "71");
+  // Of the first part, of another number and of none; then word that the second one was stored.
+  at.modem.output = wire(reports + "07" + tail + "00" + reports + "08" + "0B911306000000F2" +
+                         tail.substr(16) + "00" + reports + "09" + tail + "00|");
+  EXPECT_EQ(at.handset.nextDelivery(), "");
+  at.modem.output = wire("|+CDSI: 'SR',4|");
+  EXPECT_EQ(at.handset.nextDelivery(), "31600000001\t(delivered 2026-11-21 17:15)");
+  EXPECT_EQ(at.handset.nextDelivery(), "");
+}
+
 TEST(AtHandset, KeepsItsDeadlines) {
   // Silence, lines and bytes without a line: nothing that comes moves the deadline.
   for (const char* idle : {"", "|^RSSI: 9|", "yy"}) {
