@@ -105,8 +105,7 @@ void AtHandset::keepHandedOver() {
 }
 
 void AtHandset::appendHandedOver(std::vector<Message>& received, std::size_t from) const {
-  for (std::size_t i = from; i < handedOver_.size(); ++i) {
-    Message made = receivedMessage(handedOver_[i]);
+  for (Message& made : receivedMessages(std::span{handedOver_}.subspan(from), joinLimit_)) {
     // Some store it all the same.
     const auto same = [&made](const Message& one) {
       return one.number == made.number && one.time == made.time && one.text == made.text;

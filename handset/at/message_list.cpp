@@ -106,10 +106,20 @@ std::optional<StoredPdu> messageAt(int index, const std::vector<std::string>& li
   return std::nullopt;
 }
 
-Message receivedMessage(const HandedOver& message) {
-  if (companionOf(message.header) == Companion::any) return textModeMessage(message);
-  const StoredPdu stored{decodePdu(message.body), message.body, {}, -1, phonelink::statusReceivedUnread};
-  return joinedMessages(std::span{&stored, 1}, 0).front();
+std::vector<Message> receivedMessages(std::span<const HandedOver> handedOver, std::size_t limit) {
+  std::vector<StoredPdu> pdus;
+  std::vector<Message> ofTextMode;
+  for (const HandedOver& one : handedOver) {
+    if (companionOf(one.header) == Companion::any) {
+      ofTextMode.push_back(textModeMessage(one));
+    } else {
+      pdus.push_back(
+          {.pdu = decodePdu(one.body), .hex = one.body, .status = phonelink::statusReceivedUnread});
+    }
+  }
+  std::vector<Message> messages = joinedMessages(pdus, limit);
+  messages.insert(messages.end(), ofTextMode.begin(), ofTextMode.end());
+  return messages;
 }
 
 }  // namespace handset::at

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,7 +18,7 @@ std::vector<StoredPdu> messagesIn(const std::vector<std::string>& lines);
 // The message in the answer to the question what lies at one place; nullopt when nothing does.
 std::optional<StoredPdu> messageAt(int index, const std::vector<std::string>& lines);
 
-// A message that was handed over unasked. It lies nowhere.
-Message receivedMessage(const HandedOver& message);
+// The messages that were handed over unasked, long ones joined up to `limit`. They lie nowhere.
+std::vector<Message> receivedMessages(std::span<const HandedOver> handedOver, std::size_t limit);
 
 }  // namespace handset::at

@@ -130,7 +130,8 @@ std::string problemOf(PortProblem problem, int port) {
   return name + " cannot be opened";
 }
 
-std::string findModem(Channel& channel, Dialect& dialect, int patience) {
+std::string findModem(Channel& channel, Dialect& dialect) {
+  constexpr int patience = 10'000;
   constexpr int firstDeadline = 500;
   constexpr int wakingTime = 2000;
   channel.callOff();

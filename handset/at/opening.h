@@ -13,10 +13,8 @@ namespace handset::at {
 std::string problemOf(PortProblem problem, int port);
 
 // Looks for a modem on a line that was just opened, learns its character sets and how long it takes to
-// answer. A line on which nobody answers is given up after `patience` milliseconds and the second that a call
-// takes.
-inline constexpr int openingPatience = 10'000;
-std::string findModem(Channel& channel, Dialect& dialect, int patience = openingPatience);
+// answer. A line on which nobody answers is given up after eleven seconds.
+std::string findModem(Channel& channel, Dialect& dialect);
 
 // Makes the modem ready for messages as PDUs and learns what it offers.
 std::string prepareForMessages(Channel& channel, Clock& clock, PortSettings& settings, Dialect& dialect);

@@ -16,6 +16,7 @@ const std::string hello = "1/1/+31600000001/26112117154004/Hello; ";
 const std::string list = "|+CMGL: 1,1,,24|07911326040000F0040B911306000000F100006211127151044005C8329BFD06";
 
 const std::string place1 = ";AT+CMGR=1: |+CMGR: 1,,24" + list.substr(15) + "||OK|";
+const std::string part = "07911326040000F0440B911306000000F10000621112715104400B05000300020";
 const std::string expectedOther = "07911326040000F0040B911306000000F100006211127151044002C834";
 
 const char* const usualScript =
@@ -219,6 +220,10 @@ TEST(AtHandset, ListsStoresOfEveryKind) {
                   "SIM: 2 of 50 used 2  <= AT+CPMS='ME': |OK|;AT+CMGL=4 ME: " +
                   report + "||OK|",
               hello +
+                  "0/3/+31600000001/26112117154004/bbbbbbbb; SIM: 2 of 50 used 2  <= AT+CPMS='ME': |OK|;"
+                  "AT+CMGL=4 ME: |+CMT: ,29|" +
+                  part + "2C462B118|+CMT: ,29|" + part + "1C462B118||OK|",
+              hello +
                   "3/1/+31600000001/26112117154004/(delivered 2026-11-21 17:15); "
                   "SIM: 2 of 50 used 3  <= <report>: yes;AT+CPMS=?: |+CPMS: ('SM','ME','SR')||OK|;"
                   "AT+CPMS='ME': |OK|;AT+CMGL=4 ME: |OK|;AT+CPMS='SR': |OK|;AT+CMGL=4 SR: |+CMGL: 3,1,,24" +
@@ -256,10 +261,10 @@ TEST(AtHandset, RemovesOnlyWhatItHasReadAgain) {
               "kept=1 " + place + "handset refuses (ERROR) <= " + place1,
               "kept " + place + "message is not at its place any more <= AT+CMGR=1: " + other +
                   " <= AT+CMGR=1: |OK|"});
-  const std::string part = "|+CMGR: 1,,29|07911326040000F0440B911306000000F10000621112715104400B05000300020";
+  const std::string cmgr = "|+CMGR: 1,,29|" + part;
   expectEach(removing(false),
-             {"gone=5=3  <= AT+CMGD=5: |OK|;AT+CMGD=3: |OK|;AT+CMGR=3: " + part + "2C462B118||OK|~" + part +
-                  "2C462B118||OK|~|OK|;AT+CMGR=5: " + part + "1C462B118||OK|~" + part + "1C462B118||OK|~|OK|",
+             {"gone=5=3  <= AT+CMGD=5: |OK|;AT+CMGD=3: |OK|;AT+CMGR=3: " + cmgr + "2C462B118||OK|~" + cmgr +
+                  "2C462B118||OK|~|OK|;AT+CMGR=5: " + cmgr + "1C462B118||OK|~" + cmgr + "1C462B118||OK|~|OK|",
               "kept messages in ME: the message is not at its place any more <= AT+CMGD=5: |OK|;AT+CMGR=5: " +
                   part + "1C462B118||OK|"});
 }
