@@ -52,14 +52,21 @@ inline void listings(std::string_view input) {
 // All that a modem says, a piece up to a '|' for each thing that is written to it.
 struct Modem : handset::at::ByteStream {
   explicit Modem(std::string_view input) : rest{input} {}
-  bool write(std::string_view) override { return (output += take(rest, '|')) != "gone"; }
+  bool write(std::string_view bytes) override {
+    // Nothing is removed that was not read just before, and no PIN is entered twice.
+    if (bytes.starts_with("AT+CMGD=")) require(before == "AT+CMGR=" + std::string(bytes.substr(8)));
+    if (bytes.starts_with("AT+CPIN=")) require(!std::exchange(pinEntered, true));
+    before = bytes;
+    return (output += take(rest, '|')) != "gone";
+  }
   Arrival read(std::string& bytes, int) override {
     bytes += output;
     return std::exchange(output, {}).empty() ? Arrival::nothing : Arrival::bytes;
   }
 
   std::string_view rest;
-  std::string output;
+  std::string output, before;
+  bool pinEntered = false;
 };
 
 // Everything is wanted.
@@ -88,6 +95,7 @@ inline void channel(std::string_view input) {
   AtHandset handset(open, clock, settings);
   if (!handset.open(1, 115200)) return require(!handset.lastProblem().empty());
   require(handset.init() == handset.lastProblem().empty());
+  handset.init();
   const auto received = handset.simReceived();
   handset.phoneMessages();
   handset.send("112", std::string(200, 'x'));

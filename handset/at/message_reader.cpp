@@ -13,17 +13,20 @@ using Outcome = Answer::Outcome;
 constexpr int invalidIndex = 321;
 constexpr int mostPlaces = 1000;
 
-// "used, all, ..." as a handset says it when a store is selected.
-std::optional<Counts> countsIn(const Answer& selection) {
-  const std::optional<std::string_view> value = valueOf(selection.lines, "+CPMS:");
-  if (!value) return std::nullopt;
+// "used, all, ..." as a handset says it when a store is selected, or with the store's name before it.
+std::optional<Counts> countsIn(const Answer& answer) {
+  const std::optional<std::string_view> value = valueOf(answer.lines, "+CPMS:");
+  if (!answer.ok() || !value) return std::nullopt;
   std::string_view list = *value;
   while (list.starts_with('(')) list.remove_prefix(1);
   const std::vector<Field> fields = fieldsOf(list);
-  const std::optional<int> used = numberOf(fields[0].text);
-  const std::optional<int> all = fields.size() > 1 ? numberOf(fields[1].text) : std::nullopt;
+  const std::size_t first = fields[0].quoted ? 1 : 0;
+  const auto numberAt = [&fields](std::size_t at) {
+    return at < fields.size() ? numberOf(fields[at].text) : std::nullopt;
+  };
+  const std::optional<int> used = numberAt(first);
   if (!used) return std::nullopt;
-  return Counts{*used, all.value_or(0)};
+  return Counts{*used, numberAt(first + 1).value_or(0)};
 }
 
 bool isInvalidIndex(const FinalResult& result) {
@@ -75,6 +78,7 @@ std::vector<StoredPdu> MessageReader::read(std::string_view store) {
   const bool refused = listing.outcome == Outcome::refused && messages.empty();
   // A store that holds nothing is sometimes listed with an error.
   if (refused && (counts_ ? counts_->used == 0 : isInvalidIndex(listing.result))) return {};
+  if (refused && !counts_) counts_ = countsIn(channel_.command("AT+CPMS?", "+CPMS:", simDeadline));
   if (refused && counts_ && !isSimTrouble(listing.result)) {
     messages = placeByPlace(problemOf(listing));
   } else if (!listing.ok()) {

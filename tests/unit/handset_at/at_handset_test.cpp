@@ -193,7 +193,8 @@ TEST(AtHandset, ListsStoresOfEveryKind) {
        "none" + hello + "messages in SM: the handset refuses (MODEM ERROR: 9) <= AT+CMGL=4 SM: " + list +
            "|+CMGL: 2,1,,24|MODEM ERROR: 9|",
        "none" + hello + "messages in SM: the handset counts 2 and lists 1 <= AT+CMGL=4 SM: " + list + "||OK|",
-       hello + " <= AT+CMGL=4 SM: |ERROR|;AT+CPMS='SM': |+CPMS: 1,9||OK|" + place1,
+       hello + " <= AT+CMGL=4 SM: |ERROR|;AT+CPMS='SM': |+CPMS: 1,9||OK|" + place1 +
+           " <= AT+CMGL=4 SM: |ERROR|;AT+CPMS='SM': |OK|;AT+CPMS?: |+CPMS: 'SM',1,9||OK|" + place1,
        "none" + hello + "messages in SM: the handset refuses (ERROR) <= AT+CMGL=4 SM: |ERROR|" + place1,
        "nonemessages in SM: no SIM (+CMS ERROR: 310) <= AT+CMGL=4 SM: |+CMS ERROR: 310|" + place1,
        none + "does not answer <= AT+CPMS='SM': |+CPMS: 0,50||OK|;AT+CMGL=4 SM: "});
