@@ -8,7 +8,6 @@
 #include "handset/at/dialect.h"
 #include "handset/at/fields.h"
 #include "handset/at/joined_messages.h"
-#include "handset/at/message_list.h"
 #include "handset/at/message_reader.h"
 #include "handset/at/message_sender.h"
 #include "handset/at/modem_identity.h"
@@ -43,6 +42,7 @@ bool AtHandset::open(int port, int baud) {
   lastProblem_.clear();
   if (std::exchange(port_, port) != port) {
     handedOver_.clear();
+    removed_.clear();
     settled_ = 0;
   }
   OpenedPort opened = openPort_(port, baud);
@@ -67,8 +67,8 @@ bool AtHandset::init() {
 
 void AtHandset::close() {
   endReading();
-  keepHandedOver();
-  settled_ = handedOver_.size();
+  if (channel_) handedOver_.take(*channel_);
+  settled_ = handedOver_.all().size();
   sent_.clear();
   deliveries_.clear();
   dialect_.reset();
@@ -95,23 +95,16 @@ void AtHandset::endReading() {
   stalled_.clear();
 }
 
-// What a handset gives away unasked it does not keep: it stays here until the port changes.
-void AtHandset::keepHandedOver() {
-  if (!channel_) return;
-  for (HandedOver& message : channel_->takeHandedOver())
-    if (std::ranges::find(handedOver_, message) == handedOver_.end() &&
-        handedOver_.size() < Channel::mostHandedOver)
-      handedOver_.push_back(std::move(message));
-}
-
-void AtHandset::appendHandedOver(std::vector<Message>& received, std::size_t from) const {
-  for (Message& made : receivedMessages(std::span{handedOver_}.subspan(from), joinLimit_)) {
-    // Some store it all the same.
-    const auto same = [&made](const Message& one) {
-      return one.number == made.number && one.time == made.time && one.text == made.text;
-    };
-    if (std::ranges::none_of(received, same)) received.push_back(std::move(made));
-  }
+// Whether a message lies where it was removed; the removals from the store are forgotten.
+bool AtHandset::keptRemoved(std::string_view store, const std::vector<StoredPdu>& listed) {
+  const auto kept = [&listed](const Place& gone) {
+    return std::ranges::any_of(listed, [&gone](const StoredPdu& one) {
+      return one.store == gone.store && one.index == gone.index && sameMessage(one, gone);
+    });
+  };
+  const bool any = std::ranges::any_of(removed_, kept);
+  std::erase_if(removed_, [store](const Place& gone) { return gone.store == store; });
+  return any;
 }
 
 // Appends what the store holds, if the handset has it; false: not all of it.
@@ -120,11 +113,14 @@ bool AtHandset::readStore(std::string_view store, std::vector<StoredPdu>& stored
   if (!Dialect::mayOffer(dialect_->messageStores, store)) return true;
   MessageReader reader{*channel_, clock_, *dialect_};
   std::vector<StoredPdu> read = reader.read(store);
+  const bool kept = keptRemoved(store, read);
   stored.insert(stored.end(), std::make_move_iterator(read.begin()), std::make_move_iterator(read.end()));
   if (store == simStore && reader.counts() && reader.counts()->all > 0)
     simRoom_ = "SIM: " + std::to_string(reader.counts()->used) + " of " +
                std::to_string(reader.counts()->all) + " used";
-  if (reader.problem().empty()) return true;
+  if (reader.problem().empty())
+    return !kept ||
+           fail("messages in " + std::string{store} + ": the handset lists a message that it has removed");
   if (reader.stalled()) stalled_ = reader.problem();
   return fail(reader.problem());
 }
@@ -150,8 +146,8 @@ Listing<Message> AtHandset::simReceived() {
     const bool outgoing = message.status == phonelink::statusOutgoing;
     (outgoing ? simOutgoing_->items : received.items).push_back(std::move(message));
   }
-  keepHandedOver();
-  appendHandedOver(received.items, 0);
+  if (channel_) handedOver_.take(*channel_);
+  handedOver_.appendTo(received.items, 0, joinLimit_);
   return received;
 }
 
@@ -175,10 +171,10 @@ Listing<Message> AtHandset::phoneMessages() {
   if (!channel_) return {{}, fail(notOpen)};
   if (!phone_) {
     phone_ = listStore(phoneStore());
-    const std::size_t before = handedOver_.size();
-    keepHandedOver();
+    const std::size_t before = handedOver_.all().size();
+    handedOver_.take(*channel_);
     // What came while this was listed is in no list yet.
-    appendHandedOver(phone_->items, before);
+    handedOver_.appendTo(phone_->items, before, joinLimit_);
   }
   return *phone_;
 }
@@ -204,12 +200,12 @@ bool AtHandset::send(std::string_view number, std::string_view text) {
 // Looks which messages the reports are about that have come since the last time.
 void AtHandset::settleReports() {
   channel_->listen();
-  keepHandedOver();
+  handedOver_.take(*channel_);
   const auto settle = [this](const Pdu& report) {
     if (std::string words = sent_.settle(report); !words.empty())
       deliveries_.insert(deliveries_.begin(), std::move(words));
   };
-  for (; settled_ < handedOver_.size(); ++settled_) settle(decodePdu(handedOver_[settled_].body));
+  for (; settled_ < handedOver_.all().size(); ++settled_) settle(decodePdu(handedOver_.all()[settled_].body));
   for (const std::string& line : channel_->takeStoredReports()) {
     const std::vector<Field> fields = fieldsOf(std::string_view{line}.substr(line.find(':') + 1));
     const std::optional<int> index = fields.size() > 1 ? numberOf(fields[1].text) : std::nullopt;
@@ -232,7 +228,9 @@ bool AtHandset::remove(const Message& message) {
   if (!channel_) return fail(notOpen);
   endReading();
   MessageReader reader{*channel_, clock_, *dialect_};
-  return reader.remove(message.places) || fail(reader.problem());
+  if (!reader.remove(message.places)) return fail(reader.problem());
+  removed_.insert(removed_.end(), message.places.begin(), message.places.end());
+  return true;
 }
 
 bool AtHandset::initPhonebook() {

@@ -9,15 +9,14 @@
 #include <vector>
 
 #include "handset/at/byte_stream.h"
+#include "handset/at/handed_over.h"
 #include "handset/at/port_settings.h"
 #include "handset/at/sent_messages.h"
 #include "handset/handset.h"
 
 namespace handset::at {
 
-class Channel;
 struct Dialect;
-struct HandedOver;
 struct StoredPdu;
 
 // UTF-16 code units up to which the parts of a long message are given as one.
@@ -56,9 +55,8 @@ class AtHandset : public Handset {
  private:
   Listing<Message> listStore(std::string_view store);
   bool readStore(std::string_view store, std::vector<StoredPdu>& stored);
+  bool keptRemoved(std::string_view store, const std::vector<StoredPdu>& listed);
   std::string phoneStore() const;
-  void keepHandedOver();
-  void appendHandedOver(std::vector<Message>& received, std::size_t from) const;
   void settleReports();
   Listing<Contact> listContacts(std::string_view store);
   void endReading();
@@ -75,9 +73,10 @@ class AtHandset : public Handset {
   std::optional<Listing<Message>> phone_;        // as listed in this reading
   std::string stalled_;                          // why this reading has ended; empty: it has not
   std::string simRoom_;
-  std::vector<HandedOver> handedOver_;  // kept nowhere else
-  std::size_t settled_ = 0;             // of them, as far as reports go
+  HandedOverMessages handedOver_;
+  std::size_t settled_ = 0;  // of them, as far as reports go
   SentMessages sent_;
+  std::vector<Place> removed_;           // since their store was listed
   std::vector<std::string> deliveries_;  // not told yet, the newest first
   int port_ = 0;                         // from which they came
   std::uint8_t reference_ = 0;           // of the next long message

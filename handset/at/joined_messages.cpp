@@ -52,7 +52,8 @@ std::int64_t minutesOf(const std::string& time) {
   const std::chrono::sys_days day{std::chrono::year{2000 + two(0)} / two(2) / two(4)};
   const bool behind = hexDigit(time[12]) >= 8;
   const int quarters = behind ? 80 - two(12) : two(12);
-  return std::int64_t{day.time_since_epoch().count()} * 24 * 60 + two(6) * 60 + two(8) - quarters * 15;
+  const int minute = two(6) * 60 + two(8) - quarters * 15;
+  return std::int64_t{day.time_since_epoch().count()} * 24 * 60 + minute;
 }
 
 // Parts by their number.

@@ -6,7 +6,6 @@
 #include "handset/at/fields.h"
 #include "handset/at/hex.h"
 #include "phonelink/entry_layouts.h"
-#include "text/unicode.h"
 
 namespace handset::at {
 namespace {
@@ -71,16 +70,6 @@ StoredPdu storedPdu(const Header& header, std::string_view hex) {
   return stored;
 }
 
-// A message of text mode, as a handset hands it over before it is told not to.
-Message textModeMessage(const HandedOver& message) {
-  const std::string_view header = message.header;
-  Message made;
-  made.number = text::repairedUtf8(fieldsOf(header.substr(header.find(':') + 1)).front().text);
-  made.text = text::repairedUtf8(message.body);
-  made.status = phonelink::statusReceivedUnread;
-  return made;
-}
-
 }  // namespace
 
 std::vector<StoredPdu> messagesIn(const std::vector<std::string>& lines) {
@@ -104,22 +93,6 @@ std::optional<StoredPdu> messageAt(int index, const std::vector<std::string>& li
     if (!hex.empty()) return storedPdu({index, state <= 3 ? state : -1}, hex);
   }
   return std::nullopt;
-}
-
-std::vector<Message> receivedMessages(std::span<const HandedOver> handedOver, std::size_t limit) {
-  std::vector<StoredPdu> pdus;
-  std::vector<Message> ofTextMode;
-  for (const HandedOver& one : handedOver) {
-    if (companionOf(one.header) == Companion::any) {
-      ofTextMode.push_back(textModeMessage(one));
-    } else {
-      pdus.push_back(
-          {.pdu = decodePdu(one.body), .hex = one.body, .status = phonelink::statusReceivedUnread});
-    }
-  }
-  std::vector<Message> messages = joinedMessages(pdus, limit);
-  messages.insert(messages.end(), ofTextMode.begin(), ofTextMode.end());
-  return messages;
 }
 
 }  // namespace handset::at

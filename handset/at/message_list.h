@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
-#include "handset/at/channel.h"
 #include "handset/at/joined_messages.h"
 
 namespace handset::at {
@@ -17,8 +14,5 @@ std::vector<StoredPdu> messagesIn(const std::vector<std::string>& lines);
 
 // The message in the answer to the question what lies at one place; nullopt when nothing does.
 std::optional<StoredPdu> messageAt(int index, const std::vector<std::string>& lines);
-
-// The messages that were handed over unasked, long ones joined up to `limit`. They lie nowhere.
-std::vector<Message> receivedMessages(std::span<const HandedOver> handedOver, std::size_t limit);
 
 }  // namespace handset::at

@@ -42,13 +42,12 @@ bool meansNothingThere(const FinalResult& result) {
          (result.family == equipment && (result.number == 21 || result.number == 22));
 }
 
-// What was read twice and may be written differently.
+}  // namespace
+
 bool sameMessage(const StoredPdu& found, const Place& listed) {
   if (found.hex == listed.content) return true;
   return found.pdu.kind != PduKind::undecodable && found.pdu == decodePdu(listed.content);
 }
-
-}  // namespace
 
 bool MessageReader::fail(const std::string& problem) {
   problem_ = "messages in " + store_ + ": " + problem;

@@ -18,6 +18,9 @@ struct Counts {
   int all = 0;
 };
 
+// Whether what was found is the message that was listed; it may be written differently.
+bool sameMessage(const StoredPdu& found, const Place& listed);
+
 // Reads a handset's message stores and removes what lies there. Made for one operation; borrows what it is
 // given. What fails leaves its reason in problem().
 class MessageReader {

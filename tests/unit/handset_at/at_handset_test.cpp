@@ -251,21 +251,25 @@ TEST(AtHandset, RemovesOnlyWhatItHasReadAgain) {
       std::string all = at.handset.remove(listed) ? "gone" : "kept";
       for (const std::string& command : at.modem.commands)
         if (command.starts_with("AT+CMGD")) all += command.substr(7);
+      // What is listed again was not removed, whatever its place says.
+      sim ? at.handset.simReceived() : at.handset.phoneMessages();
       return all + ' ';
     });
   };
   const std::string other = "|+CMGR: 1,,24|" + expectedOther + "||OK|", place = "messages in SM: the ";
   expectEach(removing(true),
-             {"gone=1  <= ;AT+CMGD=1: |OK|" + place1 + "~|+CMS ERROR: 321| <= ;AT+CMGD=1: |OK|" + place1 +
-                  '~' + other,
+             {"gone=1 " + place + "handset lists a message that it has removed <= ;AT+CMGD=1: |OK|" + place1 +
+                  "~|+CMS ERROR: 321| <= ;AT+CMGD=1: |OK|" + place1 + '~' + other,
               "kept=1 " + place + "handset keeps what it has said to remove <= ;AT+CMGD=1: |OK|" + place1,
               "kept=1 " + place + "handset refuses (ERROR) <= " + place1,
               "kept " + place + "message is not at its place any more <= AT+CMGR=1: " + other +
                   " <= AT+CMGR=1: |OK|"});
   const std::string cmgr = "|+CMGR: 1,,29|" + part;
   expectEach(removing(false),
-             {"gone=5=3  <= AT+CMGD=5: |OK|;AT+CMGD=3: |OK|;AT+CMGR=3: " + cmgr + "2C462B118||OK|~" + cmgr +
-                  "2C462B118||OK|~|OK|;AT+CMGR=5: " + cmgr + "1C462B118||OK|~" + cmgr + "1C462B118||OK|~|OK|",
+             {"gone=5=3 messages in ME: the handset lists a message that it has removed <= AT+CMGD=5: "
+              "|OK|;AT+CMGD=3: |OK|;AT+CMGR=3: " +
+                  cmgr + "2C462B118||OK|~" + cmgr + "2C462B118||OK|~|OK|;AT+CMGR=5: " + cmgr +
+                  "1C462B118||OK|~" + cmgr + "1C462B118||OK|~|OK|",
               "kept messages in ME: the message is not at its place any more <= AT+CMGD=5: |OK|;AT+CMGR=5: " +
                   part + "1C462B118||OK|"});
 }
