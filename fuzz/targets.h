@@ -95,7 +95,6 @@ inline void channel(std::string_view input) {
   AtHandset handset(open, clock, settings);
   if (!handset.open(1, 115200)) return require(!handset.lastProblem().empty());
   require(handset.init() == handset.lastProblem().empty());
-  handset.init();
   const auto received = handset.simReceived();
   handset.phoneMessages();
   handset.send("112", std::string(200, 'x'));
