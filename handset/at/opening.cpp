@@ -137,10 +137,10 @@ std::string findModem(Channel& channel, Dialect& dialect) {
   channel.callOff();
   // What was begun on the line before spoils the first answer.
   const bool answers = channel.probe(firstDeadline).ok();
-  Answer answer = channel.synchronize(channel.heardAnything() ? patience : wakingTime);
-  // A modem that slept has not heard what woke it.
-  if (answer.outcome == Outcome::timedOut && !channel.heardAnything())
-    answer = channel.synchronize(patience - wakingTime);
+  // One that echoes has heard the question; one that slept may not have.
+  const bool echoes = channel.heardAnything() && !channel.heardMoreThanEcho();
+  Answer answer = channel.synchronize(echoes ? patience : wakingTime);
+  if (answer.outcome == Outcome::timedOut && !echoes) answer = channel.synchronize(patience - wakingTime);
   dialect.characterSets = dialect.learn(answer, "+CSCS:");
   if (channel.gone()) return problemOf(answer);
   if (answers || answer.ok()) return {};
