@@ -209,9 +209,11 @@ void CQuilletApp::showSummary() {
   std::string summary;
   for (const store::FolderRow& row : store::folderRows) {
     if (!summary.empty()) summary += ", ";
-    summary += formatText(loadString(IDS_READ_COUNTS),
-                          {store::folderState().folderPaths[store::position(row.folder)],
-                           std::to_string(frame()->tree().folders()[row.folder].size())});
+    tree::CLeftView& tree = frame()->tree();
+    summary +=
+        formatText(loadString(IDS_READ_COUNTS),
+                   {store::folderState().folderPaths[store::position(row.folder)],
+                    tree.isUnreadable(row.folder) ? "?" : std::to_string(tree.folders()[row.folder].size())});
   }
   std::string handset = loadString(IDS_OFFLINE);
   if (!offline_) {

@@ -17,14 +17,14 @@ bool isDown(int key) {
   return GetKeyState(key) < 0;
 }
 
-// Line breaks and tabs become the separator.
-std::wstring asOneLine(std::wstring_view text) {
+// Line breaks and tabs become the separator, but for those before the first number.
+std::wstring asOneLine(std::wstring_view text, bool first) {
   constexpr std::wstring_view breaks = L"\t\n\v\f\r\x85\x2028\x2029";
   std::wstring line;
   for (const wchar_t character : text) {
     if (breaks.find(character) == breaks.npos)
       line += character;
-    else if (!line.ends_with(L';'))
+    else if (!line.ends_with(L';') && !(first && line.empty()))
       line += L';';
   }
   return line;
@@ -102,10 +102,10 @@ void CNumberEntry::onPaste() {
 // An edit box takes what it has room for, and of several lines the first. Half a number would reach somebody
 // else.
 void CNumberEntry::onReplaceSelection(WPARAM canUndo, LPARAM text) {
-  const std::wstring line = asOneLine(reinterpret_cast<const wchar_t*>(text));
   DWORD begin = 0;
   DWORD end = 0;
   send(EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+  const std::wstring line = asOneLine(reinterpret_cast<const wchar_t*>(text), begin == 0);
   const auto kept = static_cast<std::size_t>(GetWindowTextLengthW(handle())) - (end - begin);
   if (kept + line.size() <= static_cast<std::size_t>(send(EM_GETLIMITTEXT)))
     defaultProcessing(canUndo, reinterpret_cast<LPARAM>(line.c_str()));

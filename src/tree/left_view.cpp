@@ -161,8 +161,7 @@ void CLeftView::reloadFiled() try {
 
 void CLeftView::showCount(store::Folder folder) {
   std::string text = framework::loadString(store::rowOf(folder).text);
-  // How many messages an unreadable file holds is not known.
-  if (!unreadable_[store::position(folder)]) text += "(" + std::to_string(folders_[folder].size()) + ")";
+  if (!isUnreadable(folder)) text += "(" + std::to_string(folders_[folder].size()) + ")";
   setItemText(store::folderState().items[store::position(folder)], text);
 }
 

@@ -43,6 +43,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   void reloadFiled();
 
   store::Folders& folders() { return folders_; }
+  // Whether a PC folder's file could not be read, so that nobody knows how many messages it holds.
+  bool isUnreadable(store::Folder folder) const { return unreadable_[store::position(folder)]; }
   // The list shows the selected folder's messages.
   void showSelected();
   // Selects the folder, and the list shows it.
@@ -100,7 +102,7 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   LeftViewServices services_;
   list::CQuilletView& list_;
   store::Folders folders_;
-  std::array<bool, store::folderCount> unreadable_{};  // PC folders whose file could not be read
+  std::array<bool, store::folderCount> unreadable_{};  // by position(folder)
   std::string notes_;                                  // what reading has left to say
   std::optional<skin::GdiplusSession> gdiplus_;
   framework::UniqueImageList images_;
