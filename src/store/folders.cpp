@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "store/store_reader.h"
 #include "store/text_file.h"
 #include "store/whole_file.h"
 
@@ -17,6 +18,14 @@ Pointers pointersTo(std::span<const SmsRecord> records) {
   pointers.reserve(records.size());
   for (const SmsRecord& record : records) pointers.push_back(&record);
   return pointers;
+}
+
+bool sameTexts(const SmsRecord& left, const SmsRecord& right) {
+  return left.Content == right.Content && left.Phone == right.Phone && left.Time == right.Time;
+}
+
+LineBreaks breaksIn(Folder folder) {
+  return folder == Folder::PSent ? LineBreaks::sent : LineBreaks::stored;
 }
 
 }  // namespace
@@ -53,9 +62,7 @@ ReadResult Folders::reload(Folder folder) {
 
 WriteResult Folders::append(Folder folder, const SmsRecord& message) {
   forgetUndo(folder);
-  return attempt([&] {
-    return file(folder).append(message, folder == Folder::PSent ? LineBreaks::sent : LineBreaks::stored);
-  });
+  return attempt([&] { return file(folder).append(message, breaksIn(folder)); });
 }
 
 WriteResult Folders::rewrite(Folder folder, std::span<const SmsRecord* const> records) {
@@ -125,10 +132,15 @@ WriteResult Folders::move(Folder source, Folder target, std::span<const std::siz
 
 WriteResult Folders::erase(Folder folder, const SmsRecord& message) {
   forgetUndo(folder);
-  const auto records = (*this)[folder].records();
-  const auto found = std::ranges::find(records, message);
-  return found == records.end() ? WriteResult{}
-                                : erase(folder, static_cast<std::size_t>(found - records.begin()));
+  return attempt([&] {
+    const SmsRecord read = readBack(message, breaksIn(folder), codePage_);
+    const auto records = (*this)[folder].records();
+    const auto found = std::ranges::find_if(records, [&](const SmsRecord& record) {
+      return sameTexts(record, message) || sameTexts(record, read);
+    });
+    return found == records.end() ? WriteResult{}
+                                  : erase(folder, static_cast<std::size_t>(found - records.begin()));
+  });
 }
 
 void Folders::remember(std::initializer_list<Folder> folders) try {

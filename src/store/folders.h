@@ -47,7 +47,8 @@ class Folders {
   // if that is a PC folder. At no moment they are in neither. Slots that are not there are passed over.
   WriteResult move(Folder source, Folder target, std::span<const std::size_t> slots);
 
-  // Takes a message out of a PC folder, whichever slot it has; one that is not there is no failure.
+  // Takes a message out of a PC folder, whichever slot and Index it has and whether or not it has been read
+  // back from the file since; one that is not there is no failure.
   WriteResult erase(Folder folder, const SmsRecord& message);
 
   // One change back. What is made of these PC folders from here on, until the next call or until something is

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "store/leading_number.h"
 #include "store/store_format.h"
@@ -146,6 +147,14 @@ class Reader {
 StoreShape readStore(std::string_view bytes, std::string_view section, const text::CodePage& codePage,
                      FolderTable& table) {
   return Reader(section, codePage, table).read(bytes);
+}
+
+SmsRecord readBack(const SmsRecord& message, LineBreaks breaks, const text::CodePage& codePage) {
+  std::string text = std::string(text::byteOrderMark) + headerLine("STORE");
+  appendGroup(text, message, breaks, IndexLine::number);
+  FolderTable table;
+  readStore(text, "STORE", codePage, table);
+  return std::move(table[0]);
 }
 
 }  // namespace store

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "store/folder_table.h"
+#include "store/store_format.h"
 #include "text/code_page.h"
 
 namespace store {
@@ -25,5 +26,8 @@ struct StoreShape {
 // Spaces, line ends and letter case of keys are no values: a rewrite may change them.
 StoreShape readStore(std::string_view bytes, std::string_view section, const text::CodePage& codePage,
                      FolderTable& table);
+
+// The message as a store gives it back.
+SmsRecord readBack(const SmsRecord& message, LineBreaks breaks, const text::CodePage& codePage);
 
 }  // namespace store
