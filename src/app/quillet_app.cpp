@@ -6,6 +6,7 @@
 #include "app/quillet_doc.h"
 #include "app/resource_library.h"
 #include "dialogs/new_message_dialog.h"
+#include "dialogs/outcome_dialog.h"
 #include "dialogs/reader_dialog.h"
 #include "framework/input_lock.h"
 #include "framework/module.h"
@@ -33,6 +34,7 @@ const framework::CommandMap* CQuilletApp::commandMap() const {
   static constexpr framework::CommandEntry entries[] = {
       framework::command<&CQuilletApp::onNew>(ID_NEW),
       framework::command<&CQuilletApp::onRefresh>(ID_REFRESH),
+      framework::command<&CQuilletApp::onLastSend, &CQuilletApp::canShowLastSend>(ID_LAST_SEND),
       framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
   };
   static const framework::CommandMap map{entries, CWinApp::commandMap()};
@@ -161,10 +163,22 @@ void CQuilletApp::onRefresh() {
   showSummary();
 }
 
-void CQuilletApp::onNew() {
-  dialogs::NewMessageDialog dialog(dialogs::ComposeServices{
-      link_, frame()->tree().folders(), [this] { return reconnectForSending(); },
-      [this] { frame()->tree().reloadFiled(); }, [this](const std::string& text) { showStatus(text); }});
+dialogs::ComposeServices CQuilletApp::composeServices() {
+  return {link_,
+          frame()->tree().folders(),
+          [this] { return reconnectForSending(); },
+          [this] { frame()->tree().reloadFiled(); },
+          [this](const std::string& text) { showStatus(text); },
+          lastSend_};
+}
+
+void CQuilletApp::compose(dialogs::ComposeStart start) {
+  dialogs::NewMessageDialog dialog(composeServices(), std::move(start));
+  dialog.doModal(frame()->handle());
+}
+
+void CQuilletApp::onLastSend() {
+  dialogs::OutcomeDialog dialog(composeServices());
   dialog.doModal(frame()->handle());
 }
 

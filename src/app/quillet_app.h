@@ -7,6 +7,8 @@
 #include "app/main_frame.h"
 #include "app/single_instance.h"
 #include "app/windows_files.h"
+#include "dialogs/compose_services.h"
+#include "dialogs/compose_start.h"
 #include "framework/handles.h"
 #include "framework/win_app.h"
 #include "phonelink/phone_link.h"
@@ -43,9 +45,11 @@ class CQuilletApp : public framework::CWinApp {
   void detectPlatform();
   bool createFrame();
   void firstLoad();
-  void onNew();
+  void onNew() { compose({}); }
   void onRefresh();
   void onAbout();
+  void onLastSend();
+  bool canShowLastSend() const { return !lastSend_.deliveries.empty(); }
 
   // Opens the handset at the configured port. True without a library, too: the program goes on without a
   // handset. Either failure is told to the person.
@@ -56,6 +60,9 @@ class CQuilletApp : public framework::CWinApp {
   bool reconnectForSending();
   void reload(store::Folder folder);
   void openReader(int slot);
+  // Opens the New message dialog with these texts.
+  void compose(dialogs::ComposeStart start);
+  dialogs::ComposeServices composeServices();
   void showStatus(const std::string& text) { frame()->statusBar().setMessage(text); }
   void showSummary();
 
@@ -69,6 +76,7 @@ class CQuilletApp : public framework::CWinApp {
   std::optional<SingleInstance> instance_;
   int port_ = -1;
   bool offline_ = false;
+  dialogs::Sending lastSend_;
 };
 
 }  // namespace app

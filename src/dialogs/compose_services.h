@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "dialogs/outgoing.h"
 #include "phonelink/phone_link.h"
 #include "store/folders.h"
 
@@ -18,6 +19,7 @@ struct ComposeServices {
   // Reads PSent and PDraft again and shows the selected one anew. Tells what fails, and throws nothing.
   std::function<void()> reloadFiled;
   std::function<void(const std::string&)> showStatus;
+  Sending& lastSend;  // what the last Send came to
 };
 
 }  // namespace dialogs

@@ -8,6 +8,7 @@
 #include "dialogs/address_book_dialog.h"
 #include "dialogs/compose_state.h"
 #include "dialogs/recipients.h"
+#include "dialogs/sending_reports.h"
 #include "framework/input_lock.h"
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -47,8 +48,8 @@ std::u16string unitsOf(std::wstring_view text) {
 
 }  // namespace
 
-NewMessageDialog::NewMessageDialog(ComposeServices services)
-    : CSkinDialog(IDD_NEW_MESSAGE), services_(std::move(services)) {}
+NewMessageDialog::NewMessageDialog(ComposeServices services, ComposeStart start)
+    : CSkinDialog(IDD_NEW_MESSAGE), services_(std::move(services)), start_(std::move(start)) {}
 
 const framework::MessageMap* NewMessageDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
@@ -77,7 +78,23 @@ bool NewMessageDialog::onInitDialog() {
       {IDC_MESSAGE_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_NEW_MESSAGE},
   };
   setTexts(texts);
+  return !fillFields();
+}
+
+bool NewMessageDialog::fillFields() {
+  receivers_.setText(start_.receivers);
+  const std::u16string units = withWholeLineEnds(text::utf16FromUtf8(start_.text));
+  const std::wstring text(units.begin(), units.end());
+  SetWindowTextW(content_.handle(), text.c_str());
   countContent();
+  // What of a draft has no place here would be nowhere if the draft went.
+  if (framework::windowWideText(content_.handle()) != text) start_.draft.reset();
+  content_.send(EM_EMPTYUNDOBUFFER);
+  cutText_ = IDS_CUT;
+  if (start_.receivers.empty()) return false;
+  const int end = GetWindowTextLengthW(content_.handle());
+  content_.send(EM_SETSEL, static_cast<WPARAM>(end), end);
+  SetFocus(content_.handle());
   return true;
 }
 
@@ -91,7 +108,7 @@ bool NewMessageDialog::countContent() {
     const std::wstring former = whole_;  // the box tells at once what it holds then
     content_.replaceText(former.c_str(), left.c_str(), std::min(caret, static_cast<DWORD>(left.size())));
     MessageBeep(MB_ICONWARNING);
-    services_.showStatus(formatText(loadString(IDS_CUT), {std::to_string(text.size() - count.cut->size())}));
+    services_.showStatus(formatText(loadString(cutText_), {std::to_string(text.size() - count.cut->size())}));
   } else if (text::withoutHalves(unitsOf(text)).size() == text.size()) {
     whole_ = text;
   }
@@ -112,25 +129,12 @@ void NewMessageDialog::onReceiversChanged() {
               count > 0 ? formatText(loadString(IDS_RECEIVER_COUNT), {std::to_string(count)}) : "");
 }
 
-void NewMessageDialog::showProgress(Outgoing::Step step, std::size_t index, std::size_t total,
-                                    const std::string& number) const try {
-  const UINT pattern = step == Outgoing::Step::sending ? IDS_SENDING
-                       : step == Outgoing::Step::sent  ? IDS_SENT_TO
-                                                       : IDS_NOT_SENT_TO;
-  services_.showStatus(
-      formatText(loadString(pattern), {number, std::to_string(index + 1), std::to_string(total)}));
-} catch (const std::bad_alloc&) {
-  // Nobody misses it who still gets the message sent.
-}
-
 void NewMessageDialog::onSend() {
   const framework::CWaitCursor wait;
-  if (!result_.unfiled.empty()) {
+  Sending& last = services_.lastSend;
+  if (held_) {
     // Everything has been sent that could be; only the filing is to be tried again.
-    const std::size_t before = result_.unfiled.size();
-    const store::WriteResult problem = fileAgain(result_.unfiled, services_.folders);
-    services_.showStatus(loadString(IDS_READY));
-    finishSending(problem, result_.unfiled.size() < before);
+    finishSending(fileAgain(last, services_.folders));
     return;
   }
   // A program that sets the text may not have told so; what is cut must be seen before it is sent.
@@ -146,29 +150,34 @@ void NewMessageDialog::onSend() {
     showMessage(loadString(IDS_NO_RECEIVER));
     return;
   }
-  const Outgoing outgoing{services_.link, services_.folders,
-                          [] { return store::timeStamp(framework::localTime()); },
-                          [this](auto... progress) { showProgress(progress...); }};
+  store::WriteResult problem;
   {
     const framework::CInputLock lock;
-    result_ = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoing);
+    problem = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoingWith(services_), last);
   }
-  finishSending(result_.problem, result_.filed > 0);
+  finishSending(problem);
 }
 
-void NewMessageDialog::finishSending(const store::WriteResult& problem, bool anyFiled) {
-  if (anyFiled) services_.reloadFiled();
-  holdForFiling(!result_.unfiled.empty());
-  if (!result_.unfiled.empty()) {
-    services_.showStatus(formatText(loadString(IDS_NOT_FILED_YET), {std::to_string(result_.unfiled.size())}));
+void NewMessageDialog::finishSending(const store::WriteResult& problem) {
+  const Sending& last = services_.lastSend;
+  const std::size_t unfiled = last.unfiled();
+  const bool anyFiled = last.filed() > 0;
+  holdForFiling(unfiled > 0);
+  if (unfiled > 0) {
+    if (anyFiled) services_.reloadFiled();
+    services_.showStatus(formatText(loadString(IDS_NOT_FILED_YET), {std::to_string(unfiled)}));
     showNotFiled(problem);
     return;
   }
-  const bool stays = result_.sent == 0 && result_.filed == 0 && !anyFiled;
+  const bool stays = last.sent() == 0 && !anyFiled;
   try {
-    showMessage(formatText(
-        loadString(IDS_SENT_COUNT),
-        {std::to_string(result_.sent), std::to_string(result_.total), loadString(IDS_MESSAGES_SENT)}));
+    // What reading the folders again has to say comes behind it.
+    if (const std::string notSent = notSentText(last); !notSent.empty()) services_.showStatus(notSent);
+    if (anyFiled) services_.reloadFiled();
+    if (!stays) takeOutDraft();
+    showMessage(formatText(loadString(IDS_SENT_COUNT),
+                           {std::to_string(last.sent()), std::to_string(last.deliveries.size()),
+                            loadString(IDS_MESSAGES_SENT)}));
   } catch (const std::bad_alloc&) {
     if (!stays) endDialog(IDOK);  // a dialog that stays could send again
     throw;
@@ -176,14 +185,22 @@ void NewMessageDialog::finishSending(const store::WriteResult& problem, bool any
   if (!stays) endDialog(IDOK);
 }
 
+// Comes after everything that takes the draft's place is in its file and the tables are as their files.
+void NewMessageDialog::takeOutDraft() {
+  if (!start_.draft) return;
+  const store::WriteResult erased = services_.folders.erase(store::Folder::PDraft, *start_.draft);
+  services_.reloadFiled();
+  if (!erased.ok()) showMessage(list::describe(erased, IDS_CANNOT_CHANGE));
+}
+
 void NewMessageDialog::showNotFiled(const store::WriteResult& problem) const {
-  const bool sent = std::ranges::any_of(
-      result_.unfiled, [](const Filing& filing) { return filing.folder == store::Folder::PSent; });
+  const bool sent = held_ && services_.lastSend.sentUnfiled() > 0;
   showMessage(list::describe(problem, sent ? IDS_SENT_NOT_FILED : IDS_CANNOT_WRITE));
 }
 
 // What is waiting to be filed has been sent as it stands: it can be looked at and copied, not changed.
 void NewMessageDialog::holdForFiling(bool hold) {
+  held_ = hold;
   receivers_.send(EM_SETREADONLY, hold);
   content_.send(EM_SETREADONLY, hold);
   contact_.EnableWindow(hold ? 0 : 1);
@@ -210,22 +227,21 @@ void NewMessageDialog::onCancel() {
   skin::SaveQuestionDialog question;
   if (question.doModal(handle()) != IDCANCEL) {
     const store::WriteResult problem =
-        result_.unfiled.empty() ? saveDraft(text) : fileAgain(result_.unfiled, services_.folders);
+        held_ ? fileAgain(services_.lastSend, services_.folders) : saveDraft(text);
     services_.reloadFiled();
     if (!problem.ok()) {
       showNotFiled(problem);
       return;
     }
+    takeOutDraft();
   }
   endDialog(IDCANCEL);
 }
 
 store::WriteResult NewMessageDialog::saveDraft(const std::string& text) const {
-  store::SmsRecord draft;
-  draft.Content = text;
-  draft.Phone = composeState().recipients;
-  draft.Time = store::timeStamp(framework::localTime());
-  return services_.folders.append(store::Folder::PDraft, draft);
+  return services_.folders.append(store::Folder::PDraft, {.Content = text,
+                                                          .Time = store::timeStamp(framework::localTime()),
+                                                          .Phone = composeState().recipients});
 }
 
 int NewMessageDialog::showMessage(const std::string& text) const {

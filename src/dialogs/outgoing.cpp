@@ -1,5 +1,6 @@
 #include "dialogs/outgoing.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -8,58 +9,140 @@
 namespace dialogs {
 namespace {
 
-// What a step answers, or `otherwise` when memory did not last for it.
-template <class Step, class Answer>
-Answer attempt(const Step& step, Answer otherwise) {
-  try {
-    return step();
-  } catch (const std::bad_alloc&) {
-    return otherwise;
+using phonelink::SendResult;
+
+bool isReceiver(const Delivery& delivery) {
+  return hasDigit(delivery.message.Phone);
+}
+
+bool isUnfiled(const Delivery& delivery) {
+  return isReceiver(delivery) && !delivery.filed;
+}
+
+bool isUnsent(const Delivery& delivery) {
+  return isReceiver(delivery) && !delivery.sent();
+}
+
+std::size_t count(const Sending& sending, auto which) {
+  return static_cast<std::size_t>(std::ranges::count_if(sending.deliveries, which));
+}
+
+// Calls `change` for those and keeps the first problem.
+template <class Which, class Change>
+store::WriteResult forEach(Sending& sending, Which which, Change change) {
+  store::WriteResult problem;
+  for (Delivery& delivery : sending.deliveries) {
+    if (!which(delivery)) continue;
+    store::WriteResult written = change(delivery);
+    if (!written.ok() && problem.ok()) problem = std::move(written);
   }
+  return problem;
+}
+
+void handOver(const Sending& sending, Delivery& delivery, const Outgoing& outgoing) {
+  const std::string& number = delivery.message.Phone;
+  const auto report = [&](Outgoing::Step step) {
+    outgoing.progress(step, static_cast<std::size_t>(&delivery - sending.deliveries.data()),
+                      sending.deliveries.size(), number);
+  };
+  report(Outgoing::Step::sending);
+  delivery.result = SendResult::refused;
+  delivery.reason.clear();
+  try {
+    delivery.result = outgoing.link.send(number, sending.text, sending.wide);
+    if (delivery.result == SendResult::refused) delivery.reason = outgoing.link.problem();
+  } catch (const std::bad_alloc&) {
+    // Unless it has been sent, it counts as refused.
+  }
+  report(delivery.sent() ? Outgoing::Step::sent : Outgoing::Step::notSent);
+}
+
+void stamp(store::SmsRecord& message, const Outgoing& outgoing) {
+  try {
+    message.Time = outgoing.now();
+  } catch (const std::bad_alloc&) {
+    // The time at which it was made ready will do.
+  }
+}
+
+store::WriteResult file(Delivery& delivery, store::Folders& folders) {
+  store::WriteResult written =
+      folders.append(delivery.sent() ? store::Folder::PSent : store::Folder::PDraft, delivery.message);
+  delivery.filed = written.ok();
+  return written;
 }
 
 }  // namespace
 
-OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
-                         const Outgoing& outgoing) {
-  OutgoingResult result;
-  result.total = numbers.size();
-  // What is to be filed is ready before anything leaves: a message that was sent is never forgotten.
-  std::vector<Filing> filings(numbers.size());
-  for (std::size_t i = 0; i < numbers.size(); ++i)
-    filings[i].message = {.Content = text, .Time = outgoing.now(), .Phone = numbers[i]};
-  result.unfiled.reserve(numbers.size());
-
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    const std::string& number = numbers[i];
-    if (!hasDigit(number)) continue;
-    outgoing.progress(Outgoing::Step::sending, i, numbers.size(), number);
-    const bool sent = attempt([&] { return outgoing.link.send(number, text, wide); }, false);
-    outgoing.progress(sent ? Outgoing::Step::sent : Outgoing::Step::notSent, i, numbers.size(), number);
-    if (sent) ++result.sent;
-
-    Filing& filing = filings[i];
-    filing.folder = sent ? store::Folder::PSent : store::Folder::PDraft;
-    filing.message.Time = attempt(outgoing.now, std::move(filing.message.Time));
-    store::WriteResult written = outgoing.folders.append(filing.folder, filing.message);
-    if (written.ok()) {
-      ++result.filed;
-      continue;
-    }
-    if (result.unfiled.empty()) result.problem = std::move(written);
-    result.unfiled.push_back(std::move(filing));
-  }
-  return result;
+std::size_t Sending::sent() const {
+  return count(*this, [](const Delivery& delivery) { return delivery.sent(); });
 }
 
-store::WriteResult fileAgain(std::vector<Filing>& unfiled, store::Folders& folders) {
-  store::WriteResult problem;
-  std::erase_if(unfiled, [&](const Filing& filing) {
-    store::WriteResult written = folders.append(filing.folder, filing.message);
-    if (!written.ok() && problem.ok()) problem = std::move(written);
-    return written.ok();
+std::size_t Sending::filed() const {
+  return count(*this, [](const Delivery& delivery) { return delivery.filed; });
+}
+
+std::size_t Sending::sentUnfiled() const {
+  return count(*this, [](const Delivery& delivery) { return delivery.sent() && !delivery.filed; });
+}
+
+std::size_t Sending::unfiled() const {
+  return count(*this, isUnfiled);
+}
+
+bool Sending::anyLeft() const {
+  return count(*this, [](const Delivery& delivery) {
+           return isUnsent(delivery) || isUnfiled(delivery) || delivery.draft;
+         }) > 0;
+}
+
+store::WriteResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
+                             const Outgoing& outgoing, Sending& last) {
+  // What is to be filed is ready before anything leaves: a message that was sent is never forgotten.
+  Sending prepared{text, wide, std::vector<Delivery>(numbers.size())};
+  for (std::size_t i = 0; i < numbers.size(); ++i)
+    prepared.deliveries[i].message = {.Content = text, .Time = outgoing.now(), .Phone = numbers[i]};
+  last = std::move(prepared);
+  return forEach(last, isReceiver, [&](Delivery& delivery) {
+    handOver(last, delivery, outgoing);
+    stamp(delivery.message, outgoing);
+    return file(delivery, outgoing.folders);
   });
-  return problem;
+}
+
+store::WriteResult fileAgain(Sending& sending, store::Folders& folders) {
+  return forEach(sending, isUnfiled, [&](Delivery& delivery) { return file(delivery, folders); });
+}
+
+store::WriteResult sendAgain(Sending& sending, const Outgoing& outgoing) {
+  // As above: the copies of what may be sent are ready first.
+  std::vector<store::SmsRecord> copies;
+  for (const Delivery& delivery : sending.deliveries) {
+    copies.push_back(delivery.message);
+    if (isUnsent(delivery)) copies.back().Time = outgoing.now();
+  }
+  const auto unsentOrUnfiled = [](const Delivery& delivery) {
+    return isUnsent(delivery) || (delivery.sent() && !delivery.filed);
+  };
+  return forEach(sending, unsentOrUnfiled, [&](Delivery& delivery) {
+    if (!delivery.sent()) {
+      handOver(sending, delivery, outgoing);
+      if (!delivery.sent()) return store::WriteResult{};
+      if (std::exchange(delivery.filed, false)) delivery.draft = std::move(delivery.message);
+      delivery.message = std::move(copies[static_cast<std::size_t>(&delivery - sending.deliveries.data())]);
+      stamp(delivery.message, outgoing);
+    }
+    return file(delivery, outgoing.folders);
+  });
+}
+
+store::WriteResult takeOutDrafts(Sending& sending, store::Folders& folders) {
+  const auto isOver = [](const Delivery& delivery) { return delivery.filed && delivery.draft; };
+  return forEach(sending, isOver, [&](Delivery& delivery) {
+    store::WriteResult erased = folders.erase(store::Folder::PDraft, *delivery.draft);
+    if (erased.ok()) delivery.draft.reset();
+    return erased;
+  });
 }
 
 }  // namespace dialogs

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -14,10 +15,30 @@
 // Sending one text to several numbers and filing what became of it.
 namespace dialogs {
 
-// A message that has been sent, or could not be, and belongs into a folder.
-struct Filing {
-  store::Folder folder;  // PSent or PDraft
-  store::SmsRecord message;
+// What became of the message to one receiver. One without a digit is passed over: neither sent nor filed.
+struct Delivery {
+  store::SmsRecord message;  // what is filed of it; its Phone is the receiver
+  phonelink::SendResult result = phonelink::SendResult::notANumber;
+  std::string reason;                     // the library's own words for a refusal; may be empty
+  bool filed = false;                     // in PSent when it was sent, else in PDraft
+  std::optional<store::SmsRecord> draft;  // what of a message sent later is still in PDraft
+
+  bool sent() const { return result == phonelink::SendResult::sent; }
+};
+
+// A text and what became of it. What of it is not filed is kept nowhere else.
+struct Sending {
+  std::string text;
+  bool wide = false;  // as 16-bit characters
+  std::vector<Delivery> deliveries;
+
+  std::size_t sent() const;
+  std::size_t filed() const;
+  // Those that are still to be filed, sent ones or all.
+  std::size_t sentUnfiled() const;
+  std::size_t unfiled() const;
+  // Whether sendAgain or takeOutDrafts has anything to do.
+  bool anyLeft() const;
 };
 
 // What sending works with.
@@ -31,22 +52,22 @@ struct Outgoing {
   std::function<void(Step step, std::size_t index, std::size_t total, const std::string& number)> progress;
 };
 
-struct OutgoingResult {
-  std::size_t total = 0;  // numbers given, whether they could be sent to or not
-  std::size_t sent = 0;
-  std::size_t filed = 0;
-  std::vector<Filing> unfiled;   // what is not in its file; nowhere else is it kept
-  store::WriteResult problem{};  // why the first of them is not
-};
+// All of these answer the first problem with a file, or a result that is ok.
 
-// Sends the text to every number in order, as 16-bit characters when it is wide. A number without a digit is
-// skipped. What was sent is filed in PSent, what could not be sent in PDraft. An exception comes before the
-// first is sent; lack of memory behind that counts as a failure of the step.
-OutgoingResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
-                         const Outgoing& outgoing);
+// Sends the text to every number in order and puts into `last` what becomes of it. What was sent is filed in
+// PSent, what could not be sent in PDraft. An exception comes before the first is sent, and `last` is then as
+// it was; lack of memory behind that counts as a failure of the step.
+store::WriteResult sendToAll(std::span<const std::string> numbers, const std::string& text, bool wide,
+                             const Outgoing& outgoing, Sending& last);
 
-// Tries again to file what could not be filed; what still cannot stays in the list. The first problem, or a
-// result that is ok.
-store::WriteResult fileAgain(std::vector<Filing>& unfiled, store::Folders& folders);
+// Tries again to file what could not be filed.
+store::WriteResult fileAgain(Sending& sending, store::Folders& folders);
+
+// Files what was sent and is not filed yet, and sends what was not. What is sent now is filed in PSent; where
+// it fails, its draft stays and nothing is filed. Exceptions are those of sendToAll.
+store::WriteResult sendAgain(Sending& sending, const Outgoing& outgoing);
+
+// Takes the drafts of what has been sent and filed since out of PDraft, whose table must be as its file is.
+store::WriteResult takeOutDrafts(Sending& sending, store::Folders& folders);
 
 }  // namespace dialogs

@@ -24,4 +24,10 @@ bool hasDigit(std::string_view number) {
   return number.find_first_of("0123456789") != std::string_view::npos;
 }
 
+bool canBeDialled(std::string_view number) {
+  constexpr std::size_t longest = 16;
+  return hasDigit(number) && number.size() <= longest &&
+         number.find_first_not_of("0123456789+-.() /*#") == std::string_view::npos;
+}
+
 }  // namespace dialogs

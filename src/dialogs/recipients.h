@@ -19,4 +19,7 @@ bool isSingleNumber(std::string_view number);
 // Whether a part can be sent to at all.
 bool hasDigit(std::string_view number);
 
+// Whether it looks like one number that a handset can call: at most 16 characters as numbers are written.
+bool canBeDialled(std::string_view number);
+
 }  // namespace dialogs

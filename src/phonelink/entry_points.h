@@ -33,6 +33,8 @@ struct EntryPoints {
   // Who the opened handset is: UTF-8, ended within `size`; the length, 0 or less when there is nothing to
   // say.
   int(PHONELINK_CALL* zelDescribe)(char* text, int size) = nullptr;
+  // Why the last call failed, in the same way.
+  int(PHONELINK_CALL* zelProblem)(char* text, int size) = nullptr;
 };
 
 // Fills every entry from `find`, which gives the address of an exported name or null.
@@ -57,6 +59,7 @@ EntryPoints bindEntryPoints(Find&& find) {
   bind(points.zelCloseSIM, "zelCloseSIM");
   bind(points.zelUnicode, "zelUnicode");
   bind(points.zelDescribe, "zelDescribe");
+  bind(points.zelProblem, "zelProblem");
   return points;
 }
 

@@ -59,8 +59,16 @@ void PhoneLink::close() {
 }
 
 std::string PhoneLink::describe() {
+  return words(points_.zelDescribe);
+}
+
+std::string PhoneLink::problem() {
+  return words(points_.zelProblem);
+}
+
+std::string PhoneLink::words(Say say) {
   std::array<char, 256> bytes{};
-  const int length = points_.zelDescribe ? points_.zelDescribe(bytes.data(), int{bytes.size()}) : 0;
+  const int length = say ? say(bytes.data(), int{bytes.size()}) : 0;
   const std::string_view all(bytes.data(),
                              static_cast<std::size_t>(std::clamp(length, 0, int{bytes.size()})));
   std::string text = text::repairedUtf8(all.substr(0, all.find('\0')));
@@ -107,21 +115,23 @@ std::vector<HandsetMessage> PhoneLink::handsetMessages() {
   return found;
 }
 
-bool PhoneLink::send(const std::string& number, const std::string& text, bool wide) {
+SendResult PhoneLink::send(const std::string& number, const std::string& text, bool wide) {
   const auto narrowNumber = codePage_.encode(number);
-  if (!points_.zelSendSMS || !narrowNumber || narrowNumber->size() > phoneCapacity) return false;
+  if (!narrowNumber) return SendResult::notANumber;
+  if (narrowNumber->size() > phoneCapacity) return SendResult::numberTooLong;
   MessageEntry entry;
   entry.phone = *narrowNumber;
   entry.coding = wide ? codingUcs2 : codingDefault;
   if (wide && wideTexts_) {
-    if (!entry.setWideText(text::utf16FromUtf8(text))) return false;
+    if (!entry.setWideText(text::utf16FromUtf8(text))) return SendResult::textNotCarried;
   } else {
     const auto bytes = codePage_.encode(text);
-    if (!bytes || !entry.setNarrowText(*bytes)) return false;
+    if (!bytes || !entry.setNarrowText(*bytes)) return SendResult::textNotCarried;
   }
   std::array<std::byte, messageEntrySize> bytes;
   encodeMessage(entry, bytes);
-  return points_.zelSendSMS(bytes.data()) != -1;
+  const bool sent = points_.zelSendSMS && points_.zelSendSMS(bytes.data()) != -1;
+  return sent ? SendResult::sent : SendResult::refused;
 }
 
 PhoneLink::Entries PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {

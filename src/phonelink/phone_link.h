@@ -25,6 +25,9 @@ struct Contact {
   std::string number;
 };
 
+// What becomes of a message that is to be sent. All but the first two are found without asking the handset.
+enum class SendResult { sent, refused, notANumber, numberTooLong, textNotCarried };
+
 // The bound phone-link library as the program uses it: every call is guarded, so that without a library, or
 // with one that lacks a name, reads give no messages, opening fails and closing does nothing. What comes back
 // is hostile: counts are clamped to the buffer and texts end at their field's end. Owned by the application;
@@ -46,20 +49,23 @@ class PhoneLink {
 
   // What the open handset says of itself, in one line; empty when it says nothing.
   std::string describe();
+  // Why the last call failed, as the library says it, in one line; empty when it says nothing.
+  std::string problem();
 
   std::vector<store::SmsRecord> receivedMessages();
   std::vector<store::SmsRecord> outgoingMessages();
   std::vector<HandsetMessage> handsetMessages();
 
-  // Hands one message to the handset. False when the handset refuses it, and, without asking it, when the
-  // number or the text cannot cross the boundary whole. `wide`: as 16-bit characters.
-  bool send(const std::string& number, const std::string& text, bool wide);
+  // Hands one message to the handset, unless number or text cannot cross the boundary whole. `wide`: as
+  // 16-bit characters.
+  SendResult send(const std::string& number, const std::string& text, bool wide);
 
   // The phonebooks, the standard one first; empty when they cannot be read.
   std::vector<Contact> contacts();
 
  private:
   using Read = int(PHONELINK_CALL*)(void*);
+  using Say = int(PHONELINK_CALL*)(char*, int);
 
   // What the library filled, and how many entries are really there.
   struct Entries {
@@ -67,6 +73,8 @@ class PhoneLink {
     std::size_t count = 0;
   };
 
+  // What the library says, in one line.
+  static std::string words(Say say);
   // Lets the library fill a zeroed buffer.
   static Entries fill(Read read, std::size_t entrySize);
   // The same for a phonebook buffer of `size` bytes with its head.

@@ -49,6 +49,9 @@
 #define IDC_READER_CONTENT 1002
 #define IDC_PREVIOUS 1003
 #define IDC_NEXT 1004
+#define IDC_REPLY 1038
+#define IDC_FORWARD 1039
+#define IDC_EDIT_AS_NEW 1040
 #define IDC_PHONE_LABEL 1024
 #define IDC_TIME_LABEL 1025
 #define IDC_CONTENT_LABEL 1036
@@ -73,6 +76,9 @@
 #define IDC_SAVE_QUESTION 1030
 #define IDD_DELETE_CONFIRM 213
 #define IDC_DELETE_QUESTION 1031
+#define IDD_OUTCOME 214
+#define IDC_OUTCOMES 1041
+#define IDC_TRY_AGAIN 1042
 
 // Texts of tree, list and dialogs
 #define IDS_MOBILE 61452
@@ -114,6 +120,25 @@
 #define IDS_RECEIVER_COUNT 62063
 #define IDS_NUMBER_REFUSED 62064
 #define IDS_HANDSET_SUMMARY 62065
+
+// What became of a text that was sent, and what a message can be answered with
+#define IDS_REPLY 62100
+#define IDS_FORWARD 62101
+#define IDS_EDIT_AS_NEW 62102
+#define IDS_SEND_SUMMARY 62103
+#define IDS_NUMBER_NOT_REACHED 62104
+#define IDS_REFUSED 62105
+#define IDS_NOT_A_NUMBER 62106
+#define IDS_NUMBER_TOO_LONG 62107
+#define IDS_TEXT_NOT_CARRIED 62108
+#define IDS_OUTCOME 62109
+#define IDS_OUTCOME_SENT 62110
+#define IDS_OUTCOME_NOT_FILED 62111
+#define IDS_OUTCOME_NOT_SENT 62112
+#define IDS_LAST_SEND 62113
+#define IDS_TRY_AGAIN 62114
+#define IDS_CLOSE 62115
+#define IDS_LEFT_OUT 62116
 
 // Menus, finding and taking back
 #define IDS_MENU_OPEN 62140

@@ -1,3 +1,4 @@
+#include "framework/clipboard.h"
 #include "running_app.h"
 
 // The New message dialog with its address book, and the reader.
@@ -47,7 +48,8 @@ TEST_F(Dialogs, AMessageIsSentToEveryReceiverFiledAndReported) {
   // A receiver that fails, or that does not fit, is kept as a draft.
   strcpy(folder_.script().unreachable, "222");
   newMessage({to("111;222;;12345678901234567"), text("c\r\nd"), send, answer("1/4 message(s)  sent.")});
-  EXPECT_EQ(app_.status(), "Not sent to 12345678901234567 (4 of 4), kept as a draft");
+  EXPECT_EQ(app_.status(),
+            "1 of 4 sent; not sent: 222 (refused), 12345678901234567 (number too long). F4 shows all.");
   app_.show(pDraft);
   EXPECT_EQ(app_.look() + " " + app_.rows(1), "3 0 0 3 2: c  d,c  d 222,12345678901234567");
   // Buttons pressed while the library works do nothing.
@@ -59,7 +61,34 @@ TEST_F(Dialogs, AMessageIsSentToEveryReceiverFiledAndReported) {
   // A text that the library cannot take is not sent with question marks in it.
   newMessage({to("123"), text("жёлтый"), send, answer("0/1 message(s)  sent.")});
   EXPECT_EQ(app_.look(), "3 0 0 4 3: c  d,c  d,жёлтый");
+  EXPECT_EQ(app_.status(), "0 of 1 sent; not sent: 123 (text cannot be carried). F4 shows all.");
   EXPECT_EQ(folder_.script().sentCount, 5);
+}
+
+TEST_F(Dialogs, TheLastSendIsListedAndTriedAgain) {
+  const auto rows = [](const std::string& expected) {
+    return [=](HWND dialog) {
+      const HWND list = item(dialog, IDC_OUTCOMES);
+      SetFocus(list);
+      PostMessageW(list, WM_KEYDOWN, 'C', 1);
+      holding({VK_CONTROL}, [&] { runMessages(dialog); });
+      EXPECT_EQ(toUtf8(framework::clipboardText(dialog)), expected);
+    };
+  };
+  const Step again = press(IDC_TRY_AGAIN);
+  app_.command(ID_LAST_SEND);
+  strcpy(folder_.script().unreachable, "222");
+  app_.show(pDraft);
+  newMessage({to("111;222;.;333"), text("c\r\nd"), send, answer("2/4 message(s)  sent.")});
+  app_.key(app_.list(), VK_F4, {},
+           {rows("111\tSent\r\n222\tNot sent: refused\r\n.\tNot sent: not a number\r\n333\tSent\r\n"),
+            shows({0, IDC_TRY_AGAIN}, "Last send|Try again"), again,
+            [this](HWND) { EXPECT_EQ(app_.look(), "3 0 0 2 1: c  d"); },
+            [this](HWND) { folder_.script().unreachable[0] = '\0'; }, again,
+            [](HWND dialog) { select(item(dialog, IDC_OUTCOMES), {1}); }, rows("222\tSent\r\n"),
+            shows({IDC_TRY_AGAIN, IDCANCEL}, "(Try again)|Close"), press(IDCANCEL)});
+  EXPECT_EQ(app_.look(), "3 0 0 3 0: ");
+  EXPECT_EQ(folder_.values(pSent, "Phone"), (Texts{"111", "333", "222"}));
 }
 
 TEST_F(Dialogs, TheCounterCountsAndCutsWhileTyping) {

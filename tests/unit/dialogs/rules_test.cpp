@@ -38,16 +38,19 @@ TEST(Recipients, AreSplitAtEverySemicolon) {
   EXPECT_EQ(joinRecipients(Texts{"123", "456"}), "123;456;");
   EXPECT_TRUE(hasDigit("+0") && hasDigit("9") && isSingleNumber("1 2"));
   EXPECT_FALSE(hasDigit("+-.") || isSingleNumber("1;2"));
+  for (const char* number : {"1", "+31 (6) 123-45.6", "*100#"}) EXPECT_TRUE(canBeDialled(number)) << number;
+  for (const char* number : {"", "+", "1;2", "0800ANNA", "12345678901234567", "3161234…"})
+    EXPECT_FALSE(canBeDialled(number)) << number;
 }
 
-std::string sent;
+std::string sent, unreachable;
 
 // What the handset answers stands in the number.
 int sendSms(void* entry) {
   const std::string number = static_cast<const char*>(entry) + 16;
   sent += number + "; ";
-  if (number == "0 no memory") throw std::bad_alloc();
-  return number == "0 unreachable" ? -1 : 0;
+  if (number == "0 no memory" && !unreachable.empty()) throw std::bad_alloc();
+  return number == unreachable ? -1 : 0;
 }
 
 TEST(Outgoing, SendsToEachOnceAndFilesWhatBecameOfItOrKeepsIt) {
@@ -55,7 +58,8 @@ TEST(Outgoing, SendsToEachOnceAndFilesWhatBecameOfItOrKeepsIt) {
   support::MemoryFileSystem files;
   store::Folders folders(files, page, "");
   phonelink::PhoneLink link(page);
-  link.bind({.zelSendSMS = sendSms});
+  link.bind({.zelSendSMS = sendSms, .zelProblem = [](char* text, int) { return *text = '?', 1; }});
+  unreachable = "0 unreachable";
   std::string log = sent = "";
   const auto progress = [&log](Outgoing::Step step, std::size_t index, std::size_t total,
                                const std::string&) {
@@ -64,23 +68,36 @@ TEST(Outgoing, SendsToEachOnceAndFilesWhatBecameOfItOrKeepsIt) {
   const Outgoing outgoing{link, folders, [] { return "now"; }, progress};
   files.put("pcSent.dat", "");
   files.lock("pcSent.dat");
-  OutgoingResult result =
-      sendToAll(Texts{"1", "", "0 unreachable", "x", "0 no memory", "2"}, "hi", false, outgoing);
+  Sending last;
+  const auto problem =
+      sendToAll(Texts{"1", "", "0 unreachable", "x", "0 no memory", "2"}, "a=h\r\ni", false, outgoing, last);
   EXPECT_EQ(log, "1/6?1/6+3/6?3/6-5/6?5/6-6/6?6/6+");
-  EXPECT_EQ((std::vector{result.sent, result.total, result.filed}), (std::vector<std::size_t>{2, 6, 2}));
-  EXPECT_EQ(result.problem.code, files.lockedCode);
-  EXPECT_EQ(fileAgain(result.unfiled, folders).code, files.lockedCode);
-  EXPECT_EQ(result.unfiled.size(), 2U);
+  EXPECT_EQ((std::vector{last.sent(), last.filed(), last.unfiled(), last.sentUnfiled()}),
+            (std::vector<std::size_t>{2, 2, 2, 2}));
+  EXPECT_EQ(last.deliveries[0].reason + last.deliveries[2].reason, "?");
+  EXPECT_EQ(problem.code, files.lockedCode);
+  EXPECT_EQ(fileAgain(last, folders).code, files.lockedCode);
+  // Of what is not reached again nothing new is filed; what is reached keeps its draft until it is filed.
+  unreachable = "nobody";
+  EXPECT_EQ(sendAgain(last, outgoing).code, files.lockedCode);
+  folders.reload(store::Folder::PDraft);
+  EXPECT_TRUE(takeOutDrafts(last, folders).ok() && folders[store::Folder::PDraft].size() == 2);
   files.unlock("pcSent.dat");
-  EXPECT_TRUE(fileAgain(result.unfiled, folders).ok() && result.unfiled.empty());
-  EXPECT_EQ(sent, "1; 0 unreachable; 0 no memory; 2; ");
+  EXPECT_TRUE(sendAgain(last, outgoing).ok() && last.unfiled() == 0);
+  unreachable = "";
+  EXPECT_TRUE(sendAgain(last, outgoing).ok() && last.anyLeft());
+  EXPECT_EQ(sent, "1; 0 unreachable; 0 no memory; 2; 0 unreachable; 0 no memory; 0 no memory; 0 no memory; ");
   std::string filed;
   for (const auto folder : {store::Folder::PSent, store::Folder::PDraft}) {
     folders.reload(folder);
     for (const store::SmsRecord& record : folders[folder].records())
       filed += record.Phone + " " + record.Time + " " + record.Content + "; ";
   }
-  EXPECT_EQ(filed, "1 now hi; 2 now hi; 0 unreachable now hi; 0 no memory now hi; ");
+  EXPECT_EQ(filed,
+            "1 now h i; 0 unreachable now h i; 2 now h i; 0 no memory now h i; "
+            "0 unreachable now h  i; 0 no memory now h  i; ");
+  EXPECT_TRUE(takeOutDrafts(last, folders).ok() && !last.anyLeft());
+  EXPECT_TRUE(folders[store::Folder::PDraft].empty());
 }
 
 }  // namespace

@@ -10,6 +10,7 @@ namespace {
 
 using namespace phonelink;
 using namespace std::string_literals;
+using Send = SendResult;
 
 std::string padded(std::string bytes, std::size_t size) {
   bytes.resize(size);
@@ -65,6 +66,10 @@ int give(void* buffer) {
   return fake.count;
 }
 
+int say(char* text, int size) {
+  return fake.handset.copy(text, static_cast<std::size_t>(size)), fake.count;
+}
+
 PhoneLink boundTo(const FakeLibrary& library) {
   fake = library;
   static const support::Latin1Page page;
@@ -85,10 +90,8 @@ PhoneLink boundTo(const FakeLibrary& library) {
        .zelInitPB = [] { return fake.starts; },
        .zelCloseSIM = [] { return fake.calls += "close ", 0; },
        .zelUnicode = [](int on) { return on == 1 ? fake.unicode : 0; },
-       .zelDescribe =
-           [](char* text, int size) {
-             return fake.handset.copy(text, static_cast<std::size_t>(size)), fake.count;
-           }});
+       .zelDescribe = say,
+       .zelProblem = say});
   return link;
 }
 
@@ -119,7 +122,7 @@ TEST(PhoneLink, IsQuietWithoutALibraryOrItsNames) {
   link.unbind();
   for (const bool bound : {false, true}) {
     EXPECT_EQ(link.isBound(), bound);
-    EXPECT_FALSE(link.wideTexts() || link.open(1) || link.send("1", "x", false));
+    EXPECT_FALSE(link.wideTexts() || link.open(1) || link.send("1", "x", false) != Send::refused);
     EXPECT_EQ(read(link), "");
     link.close();
     link.bind({});
@@ -140,7 +143,7 @@ TEST(PhoneLink, ClampsCountsAndEndsTextsAtTheirFields) {
   EXPECT_EQ(link.contacts()[998].name + link.contacts()[998].number, full(20 + 20));
   EXPECT_EQ(link.contacts().back().name.size() + link.contacts().back().number.size(), 20U * 3 + 128);
   fake.handset = full(300);
-  EXPECT_EQ(link.describe(), full(256));
+  EXPECT_EQ(link.problem(), full(256));
   fake.handset = "a\tb\xFF\0c"s;
   EXPECT_EQ(link.describe(), "a b\uFFFD");
   fake.count = -1;
@@ -167,22 +170,26 @@ TEST(PhoneLink, ReadsTheListedThenTheHandsetsOwnByStatusAndBothPhonebooks) {
 TEST(PhoneLink, TextsCrossWholeOrNotAtAllAndAsAgreed) {
   const std::string longest(16, '1');
   const std::string yellow = "жёлтый 😀";
-  using Case = std::tuple<int, std::string, std::string, bool, bool>;
-  for (const auto& [unicode, number, text, wide, crosses] :
-       {Case{0, longest, std::string(160, 'x'), false, true}, Case{0, longest + "1", "x", false, false},
-        Case{0, "1", std::string(161, 'x'), false, false}, Case{0, "1", "café", true, true},
-        Case{0, "1", yellow, true, false},  // never with "?" in it
-        Case{1, "1", yellow, true, true}, Case{1, "1", std::string(81, 'x'), true, false},
-        Case{1, "1", "café", false, true}, Case{1, "ж", "x", false, false}}) {
+  using Case = std::tuple<int, std::string, std::string, bool, Send>;
+  for (const auto& [unicode, number, text, wide, result] :
+       {Case{0, longest, std::string(160, 'x'), false, Send::sent},
+        Case{0, longest + "1", "x", false, Send::numberTooLong},
+        Case{0, "1", std::string(161, 'x'), false, Send::textNotCarried},
+        Case{0, "1", "café", true, Send::sent},
+        Case{0, "1", yellow, true, Send::textNotCarried},  // never with "?" in it
+        Case{1, "1", yellow, true, Send::sent},
+        Case{1, "1", std::string(81, 'x'), true, Send::textNotCarried},
+        Case{1, "1", "café", false, Send::sent}, Case{1, "ж", "x", false, Send::notANumber}}) {
     PhoneLink link = boundTo({.unicode = unicode, .count = 1});
-    EXPECT_EQ(link.send(number, text, wide), crosses) << text;
+    const bool crosses = result == Send::sent;
+    EXPECT_EQ(link.send(number, text, wide), result) << text;
     EXPECT_EQ(fake.received.empty(), !crosses) << text;
     if (!crosses) continue;
     EXPECT_EQ(fake.received.at(33), wide ? codingUcs2 : codingDefault);
     // The library hands it back as it came.
     EXPECT_EQ(link.receivedMessages().at(0), (store::SmsRecord{text, "", number, 0}));
     fake.sends = -1;
-    EXPECT_FALSE(link.send(number, text, wide));
+    EXPECT_EQ(link.send(number, text, wide), Send::refused);
   }
 }
 
