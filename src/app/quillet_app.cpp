@@ -204,8 +204,21 @@ bool CQuilletApp::reconnectForSending() {
 void CQuilletApp::openReader(int slot) {
   const auto folder = frame()->list().shownFolder();
   if (!folder) return;
-  dialogs::ReaderDialog dialog(frame()->tree().folders()[*folder].records(), slot);
-  dialog.doModal(frame()->handle());
+  const auto records = frame()->tree().folders()[*folder].records();
+  dialogs::ReaderDialog dialog(records, slot);
+  const INT_PTR command = dialog.doModal(frame()->handle());
+  answer(static_cast<UINT>(command), *folder, static_cast<std::size_t>(dialog.position()));
+}
+
+void CQuilletApp::answer(UINT command, store::Folder folder, std::size_t slot) {
+  const store::FolderTable& table = frame()->tree().folders()[folder];
+  if (slot >= table.size()) return;
+  const store::SmsRecord& message = table[slot];
+  if (command == ID_REPLY) compose({message.Phone, {}, {}});
+  if (command == ID_FORWARD) compose({{}, message.Content, {}});
+  if (command == ID_EDIT_AS_NEW)
+    compose({message.Phone, message.Content,
+             folder == store::Folder::PDraft ? std::optional(message) : std::nullopt});
 }
 
 void CQuilletApp::reload(store::Folder folder) {

@@ -62,6 +62,8 @@ class CQuilletApp : public framework::CWinApp {
   void openReader(int slot);
   // Opens the New message dialog with these texts.
   void compose(dialogs::ComposeStart start);
+  // What a button of the reader, or its command, asks for with that message; nothing for other commands.
+  void answer(UINT command, store::Folder folder, std::size_t slot);
   dialogs::ComposeServices composeServices();
   void showStatus(const std::string& text) { frame()->statusBar().setMessage(text); }
   void showSummary();

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "dialogs/recipients.h"
 #include "framework/linked_font.h"
 #include "framework/text.h"
 #include "resources/resource_ids.h"
@@ -14,10 +15,17 @@ namespace dialogs {
 namespace {
 
 constexpr skin::ControlPlace places[] = {
-    {"SPhoneRect", IDC_PHONE_LABEL},    {"PhoneRect", IDC_READER_PHONE},
-    {"STimeRect", IDC_TIME_LABEL},      {"TimeRect", IDC_READER_TIME},
-    {"ContentRect", IDC_CONTENT_LABEL}, {"SmsRect", IDC_READER_CONTENT},
-    {"PrevRect", IDC_PREVIOUS},         {"NextRect", IDC_NEXT},
+    {"SPhoneRect", IDC_PHONE_LABEL},
+    {"PhoneRect", IDC_READER_PHONE},
+    {"STimeRect", IDC_TIME_LABEL},
+    {"TimeRect", IDC_READER_TIME},
+    {"ContentRect", IDC_CONTENT_LABEL},
+    {"SmsRect", IDC_READER_CONTENT},
+    {"ReplyRect", IDC_REPLY},
+    {"ForwardRect", IDC_FORWARD},
+    {"EditRect", IDC_EDIT_AS_NEW},
+    {"PrevRect", IDC_PREVIOUS},
+    {"NextRect", IDC_NEXT},
     {"DlgRect", skin::theDialog},
 };
 
@@ -40,6 +48,9 @@ ReaderDialog::ReaderDialog(std::span<const store::SmsRecord> records, int positi
 const framework::MessageMap* ReaderDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onControl<&ReaderDialog::onPhoneChosen>(CBN_SELCHANGE, IDC_READER_PHONE),
+      framework::onControl<&ReaderDialog::onReply>(BN_CLICKED, IDC_REPLY),
+      framework::onControl<&ReaderDialog::onForward>(BN_CLICKED, IDC_FORWARD),
+      framework::onControl<&ReaderDialog::onEditAsNew>(BN_CLICKED, IDC_EDIT_AS_NEW),
       framework::onControl<&ReaderDialog::onPrevious>(BN_CLICKED, IDC_PREVIOUS),
       framework::onControl<&ReaderDialog::onNext>(BN_CLICKED, IDC_NEXT),
   };
@@ -53,6 +64,7 @@ LRESULT ReaderDialog::combo(UINT message, WPARAM wParam, LPARAM lParam) const {
 
 bool ReaderDialog::onInitDialog() {
   CSkinDialog::onInitDialog();
+  reply_.subclass(handle(), IDC_REPLY);
   previous_.subclass(handle(), IDC_PREVIOUS);
   next_.subclass(handle(), IDC_NEXT);
 
@@ -66,12 +78,17 @@ bool ReaderDialog::onInitDialog() {
   showRecord();
   updateButtons();
 
-  constexpr skin::ControlText texts[] = {{IDC_PHONE_LABEL, IDS_PHONE},
-                                         {IDC_TIME_LABEL, IDS_TIME},
-                                         {IDC_CONTENT_LABEL, IDS_CONTENT},
-                                         {skin::theDialog, IDS_OPEN_MESSAGE}};
+  constexpr skin::ControlText texts[] = {
+      {IDC_PHONE_LABEL, IDS_PHONE},       {IDC_TIME_LABEL, IDS_TIME},
+      {IDC_CONTENT_LABEL, IDS_CONTENT},   {IDC_REPLY, IDS_REPLY},
+      {IDC_FORWARD, IDS_FORWARD},         {IDC_EDIT_AS_NEW, IDS_EDIT_AS_NEW},
+      {skin::theDialog, IDS_OPEN_MESSAGE}};
   setTexts(texts);
-  skinButtons({{previous_, IDC_PREVIOUS}, {next_, IDC_NEXT}});
+  skinButtons({{reply_, IDC_REPLY},
+               {forward_, IDC_FORWARD},
+               {editAsNew_, IDC_EDIT_AS_NEW},
+               {previous_, IDC_PREVIOUS},
+               {next_, IDC_NEXT}});
   placeControls("Open MMS", places);
   return true;
 }
@@ -110,6 +127,7 @@ void ReaderDialog::showRecord() {
   showInFullFont(item(IDC_READER_CONTENT), content);
   combo(CB_SETCURSEL, slot);
   setItemText(IDC_READER_TIME, store::displayTime(records_[slot].Time));
+  reply_.EnableWindow(canBeDialled(records_[slot].Phone) ? 1 : 0);
 }
 
 void ReaderDialog::updateButtons() {

@@ -250,4 +250,30 @@ TEST_F(Dialogs, TheReaderStepsThroughTheFolder) {
   app_.key(app_.list(), VK_RETURN, {}, {second, end(IDCANCEL)});
 }
 
+TEST_F(Dialogs, AMessageIsAnsweredPassedOnOrWrittenAnew) {
+  const std::string longText(165, 'x');
+  folder_.put(pDraft, {{"x y", "22"}, {longText, "ANNA"}});
+  app_.command(ID_REFRESH);
+  const auto open = [&](const Rows& rows, const Steps& steps) {
+    app_.choose(pDraft, rows);
+    app_.clickTwice(steps);
+  };
+  const auto starts = [](const std::string& shown) {
+    return shows({IDC_RECEIVERS, IDC_RECEIVER_COUNT, IDC_COUNTER, IDC_MESSAGE_CONTENT}, shown);
+  };
+  const Step edit = press(IDC_EDIT_AS_NEW);
+  open({1}, {shows({IDC_REPLY}, "(Reply)"), press(IDC_PREVIOUS), press(IDC_REPLY),
+             starts("22|Receivers: 1|0/160|"), cancel});
+  open({0}, {press(IDC_FORWARD), starts("||3/160|x y"), text(""), cancel});
+  // Saved, it takes its draft's place; a text that did not fit leaves the draft.
+  open({0}, {edit, starts("22|Receivers: 1|3/160|x y"), text("z"), cancel, press(IDCANCEL)});
+  EXPECT_EQ(app_.rows(), "x y," + longText);
+  open({0}, {edit, text("z"), cancel, press(IDOK)});
+  EXPECT_EQ(app_.rows(), longText + ",z");
+  open({0}, {edit, starts("ANNA||160/160|" + longText.substr(5)), to("1"), send, answer("1/1")});
+  EXPECT_EQ(app_.look(), "3 0 0 1 2: " + longText + ",z");
+  open({1}, {edit, to("."), send, answer("0/1"), to("1"), send, answer("1/1")});
+  EXPECT_EQ(app_.look(), "3 0 0 2 1: " + longText);
+}
+
 }  // namespace
