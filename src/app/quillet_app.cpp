@@ -5,9 +5,6 @@
 #include "app/about_dialog.h"
 #include "app/quillet_doc.h"
 #include "app/resource_library.h"
-#include "dialogs/new_message_dialog.h"
-#include "dialogs/outcome_dialog.h"
-#include "dialogs/reader_dialog.h"
 #include "framework/input_lock.h"
 #include "framework/module.h"
 #include "framework/resources.h"
@@ -163,25 +160,6 @@ void CQuilletApp::onRefresh() {
   showSummary();
 }
 
-dialogs::ComposeServices CQuilletApp::composeServices() {
-  return {link_,
-          frame()->tree().folders(),
-          [this] { return reconnectForSending(); },
-          [this] { frame()->tree().reloadFiled(); },
-          [this](const std::string& text) { showStatus(text); },
-          lastSend_};
-}
-
-void CQuilletApp::compose(dialogs::ComposeStart start) {
-  dialogs::NewMessageDialog dialog(composeServices(), std::move(start));
-  dialog.doModal(frame()->handle());
-}
-
-void CQuilletApp::onLastSend() {
-  dialogs::OutcomeDialog dialog(composeServices());
-  dialog.doModal(frame()->handle());
-}
-
 bool CQuilletApp::reconnect() {
   showStatus(loadString(IDS_CONNECTING));
   {
@@ -199,26 +177,6 @@ bool CQuilletApp::reconnectForSending() {
   for (const store::Folder folder : {store::Folder::MInbox, store::Folder::MOutbox})
     frame()->tree().folders().clear(folder);
   return false;
-}
-
-void CQuilletApp::openReader(int slot) {
-  const auto folder = frame()->list().shownFolder();
-  if (!folder) return;
-  const auto records = frame()->tree().folders()[*folder].records();
-  dialogs::ReaderDialog dialog(records, slot);
-  const INT_PTR command = dialog.doModal(frame()->handle());
-  answer(static_cast<UINT>(command), *folder, static_cast<std::size_t>(dialog.position()));
-}
-
-void CQuilletApp::answer(UINT command, store::Folder folder, std::size_t slot) {
-  const store::FolderTable& table = frame()->tree().folders()[folder];
-  if (slot >= table.size()) return;
-  const store::SmsRecord& message = table[slot];
-  if (command == ID_REPLY) compose({message.Phone, {}, {}});
-  if (command == ID_FORWARD) compose({{}, message.Content, {}});
-  if (command == ID_EDIT_AS_NEW)
-    compose({message.Phone, message.Content,
-             folder == store::Folder::PDraft ? std::optional(message) : std::nullopt});
 }
 
 void CQuilletApp::reload(store::Folder folder) {
