@@ -270,7 +270,9 @@ TEST_F(Dialogs, AMessageIsAnsweredPassedOnOrWrittenAnew) {
   EXPECT_EQ(app_.rows(), "x y," + longText);
   open({0}, {edit, text("z"), cancel, press(IDOK)});
   EXPECT_EQ(app_.rows(), longText + ",z");
-  open({0}, {edit, starts("ANNA||160/160|" + longText.substr(5)), to("1"), send, answer("1/1")});
+  open({0}, {edit, starts("ANNA||160/160|" + longText.substr(5)),
+             [this](HWND) { EXPECT_EQ(app_.status(), "5 character(s) did not fit and were left out."); },
+             to("1"), send, answer("1/1")});
   EXPECT_EQ(app_.look(), "3 0 0 1 2: " + longText + ",z");
   open({1}, {edit, to("."), send, answer("0/1"), to("1"), send, answer("1/1")});
   EXPECT_EQ(app_.look(), "3 0 0 2 1: " + longText);
