@@ -31,6 +31,10 @@ const framework::CommandMap* CQuilletApp::commandMap() const {
   static constexpr framework::CommandEntry entries[] = {
       framework::command<&CQuilletApp::onNew>(ID_NEW),
       framework::command<&CQuilletApp::onRefresh>(ID_REFRESH),
+      framework::command<&CQuilletApp::answerSelected<ID_REPLY>, &CQuilletApp::canReply>(ID_REPLY),
+      framework::command<&CQuilletApp::answerSelected<ID_FORWARD>, &CQuilletApp::canAnswer>(ID_FORWARD),
+      framework::command<&CQuilletApp::answerSelected<ID_EDIT_AS_NEW>, &CQuilletApp::canAnswer>(
+          ID_EDIT_AS_NEW),
       framework::command<&CQuilletApp::onLastSend, &CQuilletApp::canShowLastSend>(ID_LAST_SEND),
       framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
   };

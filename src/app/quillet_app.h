@@ -64,6 +64,13 @@ class CQuilletApp : public framework::CWinApp {
   void compose(dialogs::ComposeStart start);
   // What a button of the reader, or its command, asks for with that message; nothing for other commands.
   void answer(UINT command, store::Folder folder, std::size_t slot);
+  // The same with the one message that is selected in the list.
+  template <UINT command>
+  void answerSelected() {
+    answer(command, *frame()->list().shownFolder(), frame()->list().selectedSlots().front());
+  }
+  bool canAnswer() const { return frame()->list().canOpen(); }
+  bool canReply() const;
   dialogs::ComposeServices composeServices();
   void showStatus(const std::string& text) { frame()->statusBar().setMessage(text); }
   void showSummary();

@@ -6,6 +6,7 @@
 #include "dialogs/new_message_dialog.h"
 #include "dialogs/outcome_dialog.h"
 #include "dialogs/reader_dialog.h"
+#include "dialogs/recipients.h"
 #include "resources/resource_ids.h"
 
 namespace app {
@@ -46,6 +47,12 @@ void CQuilletApp::answer(UINT command, store::Folder folder, std::size_t slot) {
   if (command == ID_EDIT_AS_NEW)
     compose({message.Phone, message.Content,
              folder == store::Folder::PDraft ? std::optional(message) : std::nullopt});
+}
+
+bool CQuilletApp::canReply() const {
+  if (!canAnswer()) return false;
+  const store::FolderTable& table = frame()->tree().folders()[*frame()->list().shownFolder()];
+  return dialogs::canBeDialled(table[frame()->list().selectedSlots().front()].Phone);
 }
 
 }  // namespace app

@@ -26,7 +26,8 @@ bool hasDigit(std::string_view number) {
 
 bool canBeDialled(std::string_view number) {
   constexpr std::size_t longest = 16;
-  return hasDigit(number) && number.size() <= longest &&
+  // One that did not fit its field ends in dots: it is the beginning of another.
+  return hasDigit(number) && number.size() <= longest && !number.ends_with("...") &&
          number.find_first_not_of("0123456789+-.() /*#") == std::string_view::npos;
 }
 

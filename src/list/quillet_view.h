@@ -38,6 +38,8 @@ class CQuilletView : public framework::CListView {
   int focusedRow() const { return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED); }
   // This row alone is selected, has the focus and is brought into view.
   void selectOnly(int row);
+  // Whether one message, of a folder that is shown, is selected.
+  bool canOpen() const { return selectedCount() == 1 && shownFolder(); }
   // The slots of the selected rows' records, the last row's first.
   std::vector<std::size_t> selectedSlots() const;
   // The records in those slots of the shown PC folder, highest slot first, are gone from its table.
@@ -71,7 +73,6 @@ class CQuilletView : public framework::CListView {
   void onTip(NMTTDISPINFOW& asked);
 
   void onOpenSelected();
-  bool canOpen() const { return selectedCount() == 1 && shownFolder(); }
   void onCopy();
   void onContextMenu(WPARAM window, LPARAM at);
   void onSave();

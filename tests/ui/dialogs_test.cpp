@@ -245,6 +245,9 @@ TEST_F(Dialogs, TheReaderStepsThroughTheFolder) {
   app_.choose(mInbox, {1});
   app_.clickTwice({shows({0}, "Open SMS"), second, next, third, choose(0), first, choose(2), third, back,
                    second, back, first, [](HWND reader) { PostMessageW(reader, WM_CLOSE, 0, 0); }});
+  for (const auto& [letter, start] :
+       {std::pair{'R', "+2||Contact"}, {'L', "|second|Contact"}, {'E', "+2|second|Contact"}})
+    app_.key(app_.list(), static_cast<UINT>(letter), {VK_CONTROL}, {shows(message, start), text(""), cancel});
   app_.clickHeading(1);  // the handset's table stays: the row opens its own message
   app_.choose(mInbox, {2});
   app_.key(app_.list(), VK_RETURN, {}, {second, end(IDCANCEL)});

@@ -39,7 +39,7 @@ TEST(Recipients, AreSplitAtEverySemicolon) {
   EXPECT_TRUE(hasDigit("+0") && hasDigit("9") && isSingleNumber("1 2"));
   EXPECT_FALSE(hasDigit("+-.") || isSingleNumber("1;2"));
   for (const char* number : {"1", "+31 (6) 123-45.6", "*100#"}) EXPECT_TRUE(canBeDialled(number)) << number;
-  for (const char* number : {"", "+", "1;2", "0800ANNA", "12345678901234567", "3161234…"})
+  for (const char* number : {"", "+", "1;2", "0800ANNA", "12345678901234567", "3161234…", "3161234..."})
     EXPECT_FALSE(canBeDialled(number)) << number;
 }
 
