@@ -35,6 +35,7 @@ const framework::CommandMap* CQuilletApp::commandMap() const {
       framework::command<&CQuilletApp::answerSelected<ID_FORWARD>, &CQuilletApp::canAnswer>(ID_FORWARD),
       framework::command<&CQuilletApp::answerSelected<ID_EDIT_AS_NEW>, &CQuilletApp::canAnswer>(
           ID_EDIT_AS_NEW),
+      framework::command<&CQuilletApp::onRemove, &CQuilletApp::canRemove>(ID_REMOVE),
       framework::command<&CQuilletApp::onLastSend, &CQuilletApp::canShowLastSend>(ID_LAST_SEND),
       framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
   };
@@ -208,6 +209,7 @@ void CQuilletApp::showSummary() {
   if (!offline_) {
     const framework::CInputLock lock;
     handset = link_.describe();
+    if (const std::string room = link_.room(); !room.empty()) handset += (handset.empty() ? "" : ", ") + room;
   }
   if (!handset.empty()) summary = formatText(loadString(IDS_HANDSET_SUMMARY), {handset, summary});
   frame()->tree().showResult(summary);

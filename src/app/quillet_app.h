@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/main_frame.h"
 #include "app/single_instance.h"
@@ -49,6 +50,8 @@ class CQuilletApp : public framework::CWinApp {
   void onRefresh();
   void onAbout();
   void onLastSend();
+  void onRemove();
+  bool canRemove() const;
   bool canShowLastSend() const { return !lastSend_.deliveries.empty(); }
 
   // Opens the handset at the configured port. True without a library, too: the program goes on without a
@@ -74,6 +77,8 @@ class CQuilletApp : public framework::CWinApp {
   dialogs::ComposeServices composeServices();
   void showStatus(const std::string& text) { frame()->statusBar().setMessage(text); }
   void showSummary();
+  // Whether the person agrees to lose those of the messages that no PC folder has a copy of.
+  bool consentsToLose(const std::vector<store::SmsRecord>& messages);
 
   std::string moduleDirectory_;
   std::unique_ptr<store::FileSystem> files_;

@@ -19,6 +19,8 @@ using framework::loadString;
 
 constexpr int numberColumn = 0;
 constexpr int outcomeColumn = 1;
+constexpr UINT_PTR reportTimer = 1;
+constexpr UINT reportPause = 1000;  // milliseconds
 
 void insertColumn(HWND list, int column, UINT heading, int width) {
   std::wstring text = framework::toWide(loadString(heading));
@@ -47,6 +49,7 @@ OutcomeDialog::OutcomeDialog(ComposeServices services)
 const framework::MessageMap* OutcomeDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
       framework::onNotify<&OutcomeDialog::onListKey, NMLVKEYDOWN>(LVN_KEYDOWN, IDC_OUTCOMES),
+      framework::onPlain<&OutcomeDialog::takeReports>(WM_TIMER),
       framework::onControl<&OutcomeDialog::onTryAgain>(BN_CLICKED, IDC_TRY_AGAIN),
   };
   static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
@@ -67,6 +70,8 @@ bool OutcomeDialog::onInitDialog() {
   insertColumn(list, numberColumn, IDS_PHONE, framework::scaledPixels(handle(), numberWidth));
   insertColumn(list, outcomeColumn, IDS_OUTCOME, 0);
   showRows();
+  takeReports();
+  SetTimer(handle(), reportTimer, reportPause, nullptr);
   framework::focusSomeRow(list);
   return true;
 }
@@ -107,6 +112,21 @@ void OutcomeDialog::onTryAgain() {
   showRows();
   list::report(filed, IDS_SENT_NOT_FILED);
   list::report(taken, IDS_CANNOT_CHANGE);
+}
+
+// Word of messages on their way comes whenever the handset gets it.
+void OutcomeDialog::takeReports() {
+  bool any = false;
+  {
+    const framework::CInputLock lock;
+    constexpr int most = 100;  // at once, of a library that never comes to an end
+    for (int i = 0; i < most; ++i) {
+      const auto delivered = services_.link.delivered();
+      if (!delivered) break;
+      any = services_.lastSend.takeReport(*delivered) || any;
+    }
+  }
+  if (any) showRows();
 }
 
 void OutcomeDialog::onListKey(NMLVKEYDOWN& key) {

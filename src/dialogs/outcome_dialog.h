@@ -18,6 +18,7 @@ class OutcomeDialog : public skin::CSkinDialog {
  private:
   void showRows();
   void onTryAgain();
+  void takeReports();
   void onListKey(NMLVKEYDOWN& key);
   // The selected rows, or all when none is selected, as lines "number TAB what became of it".
   void copyRows() const;

@@ -90,6 +90,16 @@ std::size_t Sending::unfiled() const {
   return count(*this, isUnfiled);
 }
 
+bool Sending::takeReport(const phonelink::PhoneLink::Delivered& delivered) {
+  // Of two to one number the first that has no word yet.
+  const auto found = std::ranges::find_if(deliveries, [&](const Delivery& delivery) {
+    return delivery.sent() && delivery.report.empty() && delivery.message.Phone == delivered.number;
+  });
+  if (found == deliveries.end()) return false;
+  found->report = delivered.words;
+  return true;
+}
+
 bool Sending::anyLeft() const {
   return count(*this, [](const Delivery& delivery) {
            return isUnsent(delivery) || isUnfiled(delivery) || delivery.draft;

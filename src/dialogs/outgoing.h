@@ -20,6 +20,7 @@ struct Delivery {
   store::SmsRecord message;  // what is filed of it; its Phone is the receiver
   phonelink::SendResult result = phonelink::SendResult::notANumber;
   std::string reason;                     // the library's own words for a refusal; may be empty
+  std::string report;                     // its words for what became of it on its way; may be empty
   bool filed = false;                     // in PSent when it was sent, else in PDraft
   std::optional<store::SmsRecord> draft;  // what of a message sent later is still in PDraft
 
@@ -37,6 +38,8 @@ struct Sending {
   // Those that are still to be filed, sent ones or all.
   std::size_t sentUnfiled() const;
   std::size_t unfiled() const;
+  // Takes word of what became of a message on its way; false when none was sent to that number.
+  bool takeReport(const phonelink::PhoneLink::Delivered& delivered);
   // Whether sendAgain or takeOutDrafts has anything to do.
   bool anyLeft() const;
 };

@@ -45,7 +45,9 @@ Outgoing outgoingWith(const ComposeServices& services) {
 }
 
 std::string outcomeText(const Delivery& delivery) {
-  if (delivery.sent()) return loadString(delivery.filed ? IDS_OUTCOME_SENT : IDS_OUTCOME_NOT_FILED);
+  if (delivery.sent())
+    return loadString(delivery.filed ? IDS_OUTCOME_SENT : IDS_OUTCOME_NOT_FILED) +
+           (delivery.report.empty() ? "" : " ") + delivery.report;
   return formatText(loadString(IDS_OUTCOME_NOT_SENT), {reasonOf(delivery)});
 }
 

@@ -36,6 +36,7 @@ void CQuilletView::onContextMenu(WPARAM, LPARAM at) {
                           {0, filing, folderMenu},
                           {ID_SAVE, IDS_MENU_SAVE},
                           {ID_DELETE, IDS_MENU_DELETE},
+                          {ID_REMOVE, IDS_MENU_REMOVE},
                           {},
                           {ID_SELECT_ALL, IDS_MENU_SELECT_ALL},
                           {ID_FIND, IDS_MENU_FIND},

@@ -13,10 +13,10 @@ using framework::loadString;
 using Outcome = store::WriteResult::Outcome;
 
 // Over the window in use, which has the keyboard again afterwards; MB_TASKMODAL for when there is none yet.
-int showMessage(const std::string& text, UINT icon) {
+int showMessage(const std::string& text, UINT style) {
   const framework::CFrameWnd* const frame = framework::CWinApp::current()->mainFrame();
   return MessageBoxW(frame ? GetLastActivePopup(frame->handle()) : nullptr, framework::toWide(text).c_str(),
-                     framework::toWide(loadString(IDS_TITLE)).c_str(), MB_OK | MB_TASKMODAL | icon);
+                     framework::toWide(loadString(IDS_TITLE)).c_str(), MB_TASKMODAL | style);
 }
 
 std::string describe(const store::WriteResult& result, UINT failure) {

@@ -10,8 +10,8 @@
 // How the person is told what became of files.
 namespace list {
 
-// A box with the program's title over whatever window there is.
-int showMessage(const std::string& text, UINT icon = 0);
+// A box with the program's title over the window in use; `style` as MessageBox takes it.
+int showMessage(const std::string& text, UINT style = MB_OK);
 
 // Why a change was not made; `failure` is the text for a change that failed, with the file and the reason.
 std::string describe(const store::WriteResult& result, UINT failure);

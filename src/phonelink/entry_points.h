@@ -35,6 +35,10 @@ struct EntryPoints {
   int(PHONELINK_CALL* zelDescribe)(char* text, int size) = nullptr;
   // Why the last call failed, in the same way.
   int(PHONELINK_CALL* zelProblem)(char* text, int size) = nullptr;
+  // The same for how full the card is, and for the next word of a message sent since opening.
+  int(PHONELINK_CALL* zelRoom)(char* text, int size) = nullptr;
+  int(PHONELINK_CALL* zelDelivered)(char* text, int size) = nullptr;  // "number TAB words"
+  int(PHONELINK_CALL* zelRemoveSMS)(const void* entry) = nullptr;     // 212 bytes of a read; 0 = still there
 };
 
 // Fills every entry from `find`, which gives the address of an exported name or null.
@@ -60,6 +64,9 @@ EntryPoints bindEntryPoints(Find&& find) {
   bind(points.zelUnicode, "zelUnicode");
   bind(points.zelDescribe, "zelDescribe");
   bind(points.zelProblem, "zelProblem");
+  bind(points.zelRoom, "zelRoom");
+  bind(points.zelDelivered, "zelDelivered");
+  bind(points.zelRemoveSMS, "zelRemoveSMS");
   return points;
 }
 

@@ -59,29 +59,51 @@ void PhoneLink::close() {
 }
 
 std::string PhoneLink::describe() {
-  return words(points_.zelDescribe);
+  return inOneLine(said(points_.zelDescribe));
 }
 
 std::string PhoneLink::problem() {
-  return words(points_.zelProblem);
+  return inOneLine(said(points_.zelProblem));
 }
 
-std::string PhoneLink::words(Say say) {
+std::string PhoneLink::room() {
+  return inOneLine(said(points_.zelRoom));
+}
+
+std::optional<PhoneLink::Delivered> PhoneLink::delivered() {
+  const std::string text = said(points_.zelDelivered);
+  const std::size_t tab = text.find('\t');
+  if (tab == text.npos) return std::nullopt;
+  return Delivered{text.substr(0, tab), inOneLine(text.substr(tab + 1))};
+}
+
+std::string PhoneLink::said(Say say) {
   std::array<char, 256> bytes{};
   const int length = say ? say(bytes.data(), int{bytes.size()}) : 0;
   const std::string_view all(bytes.data(),
                              static_cast<std::size_t>(std::clamp(length, 0, int{bytes.size()})));
-  std::string text = text::repairedUtf8(all.substr(0, all.find('\0')));
+  return text::repairedUtf8(all.substr(0, all.find('\0')));
+}
+
+std::string PhoneLink::inOneLine(std::string text) {
   std::ranges::replace_if(
       text, [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
   return text;
 }
 
+std::size_t PhoneLink::countOf(int answer, std::size_t most) {
+  if (answer < 0 && points_.zelProblem) {
+    readProblem_ = problem();
+    if (readProblem_.empty()) readProblem_ = "?";
+    answer = -1 - answer;
+  }
+  return std::min(static_cast<std::size_t>(std::max(answer, 0)), most);
+}
+
 PhoneLink::Entries PhoneLink::fill(Read read, std::size_t entrySize) {
   if (!read) return {};
   Entries entries{std::vector<std::byte>(maxEntries * entrySize)};
-  const int count = read(entries.bytes.data());
-  entries.count = static_cast<std::size_t>(std::clamp(count, 0, static_cast<int>(maxEntries)));
+  entries.count = countOf(read(entries.bytes.data()), maxEntries);
   return entries;
 }
 
@@ -134,11 +156,26 @@ SendResult PhoneLink::send(const std::string& number, const std::string& text, b
   return sent ? SendResult::sent : SendResult::refused;
 }
 
+bool PhoneLink::remove(const store::SmsRecord& message) {
+  const auto phone = codePage_.encode(message.Phone);
+  const auto time = codePage_.encode(message.Time);
+  if (!canRemove() || !phone || !time) return false;
+  MessageEntry entry{.phone = *phone, .time = *time, .number = static_cast<std::int16_t>(message.Index)};
+  const auto text = codePage_.encode(message.Content);
+  if (!text || !entry.setNarrowText(*text)) {
+    entry.coding = codingUcs2;
+    if (!wideTexts_ || !entry.setWideText(text::utf16FromUtf8(message.Content))) return false;
+  }
+  std::array<std::byte, messageEntrySize> bytes;
+  encodeMessage(entry, bytes);
+  return points_.zelRemoveSMS(bytes.data()) != 0;
+}
+
 PhoneLink::Entries PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {
   if (!read) return {};
   Entries entries{std::vector<std::byte>(size)};
-  const auto most = static_cast<int>((size - contactHeadSize) / entrySize);
-  entries.count = static_cast<std::size_t>(std::clamp(read(entries.bytes.data()), 0, most));
+  const std::size_t most = (size - contactHeadSize) / entrySize;
+  entries.count = countOf(read(entries.bytes.data()), most);
   return entries;
 }
 
@@ -156,6 +193,7 @@ std::vector<Contact> PhoneLink::contacts() {
         decodeWideContact(entryAt<wideContactEntrySize>(wide.bytes, contactHeadSize, i));
     found.push_back({shownName(entry.name), codePage_.decode(entry.number)});
   }
+  readProblem_.clear();  // what has come is all there is to show
   return found;
 }
 

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "phonelink/entry_points.h"
@@ -52,13 +54,31 @@ class PhoneLink {
   // Why the last call failed, as the library says it, in one line; empty when it says nothing.
   std::string problem();
 
+  // How full the card is, in one line; empty when the library does not tell.
+  std::string room();
+
+  // What a read has come to before it failed is there all the same; then takeReadProblem answers why, once.
   std::vector<store::SmsRecord> receivedMessages();
   std::vector<store::SmsRecord> outgoingMessages();
   std::vector<HandsetMessage> handsetMessages();
 
+  std::string takeReadProblem() { return std::exchange(readProblem_, {}); }
+
+  bool canRemove() const { return points_.zelRemoveSMS != nullptr; }
+  // Takes a message of the last reading out of the handset. True also when it is one of several that a long
+  // message takes, which goes with the last of them.
+  bool remove(const store::SmsRecord& message);
+
   // Hands one message to the handset, unless number or text cannot cross the boundary whole. `wide`: as
   // 16-bit characters.
   SendResult send(const std::string& number, const std::string& text, bool wide);
+
+  // Word of a message that was sent: that it has arrived, when, or that it will not. Each is given once.
+  struct Delivered {
+    std::string number;
+    std::string words;
+  };
+  std::optional<Delivered> delivered();
 
   // The phonebooks, the standard one first; empty when they cannot be read.
   std::vector<Contact> contacts();
@@ -73,18 +93,22 @@ class PhoneLink {
     std::size_t count = 0;
   };
 
-  // What the library says, in one line.
-  static std::string words(Say say);
+  // What the library says, in UTF-8.
+  static std::string said(Say say);
+  static std::string inOneLine(std::string text);
+  // How many entries a read has filled; a failed one says so with a negative number.
+  std::size_t countOf(int answer, std::size_t most);
   // Lets the library fill a zeroed buffer.
-  static Entries fill(Read read, std::size_t entrySize);
+  Entries fill(Read read, std::size_t entrySize);
   // The same for a phonebook buffer of `size` bytes with its head.
-  static Entries fillContacts(Read read, std::size_t size, std::size_t entrySize);
+  Entries fillContacts(Read read, std::size_t size, std::size_t entrySize);
   std::vector<store::SmsRecord> messages(Read read);
 
   const text::CodePage& codePage_;
   EntryPoints points_;
   bool bound_ = false;
   bool wideTexts_ = false;
+  std::string readProblem_;
 };
 
 }  // namespace phonelink

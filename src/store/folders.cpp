@@ -6,6 +6,7 @@
 
 #include "store/store_reader.h"
 #include "store/text_file.h"
+#include "store/time_stamp.h"
 #include "store/whole_file.h"
 
 namespace store {
@@ -140,6 +141,18 @@ WriteResult Folders::erase(Folder folder, const SmsRecord& message) {
     });
     return found == records.end() ? WriteResult{}
                                   : erase(folder, static_cast<std::size_t>(found - records.begin()));
+  });
+}
+
+bool Folders::isKept(const SmsRecord& message) const {
+  return std::ranges::any_of(folderRows, [&](const FolderRow& row) {
+    if (!isOnPc(row.folder)) return false;
+    SmsRecord read = readBack(message, breaksIn(row.folder), codePage_);
+    read.Time = displayTime(message.Time);
+    return std::ranges::any_of((*this)[row.folder].records(), [&](const SmsRecord& record) {
+      return record.Phone == read.Phone && displayTime(record.Time) == read.Time &&
+             (record.Content == read.Content || record.Content == message.Content);
+    });
   });
 }
 

@@ -51,6 +51,9 @@ class Folders {
   // back from the file since; one that is not there is no failure.
   WriteResult erase(Folder folder, const SmsRecord& message);
 
+  // Whether a PC folder holds a copy of the message: the same text, number and time.
+  bool isKept(const SmsRecord& message) const;
+
   // One change back. What is made of these PC folders from here on, until the next call or until something is
   // filed in one of them, is what undo takes back; `source`, where messages are moved from, comes first.
   void remember(std::initializer_list<Folder> folders);

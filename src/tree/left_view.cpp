@@ -130,6 +130,10 @@ void CLeftView::reload(store::Folder folder) {
   if (!store::isOnPc(folder)) {
     const framework::CInputLock lock;
     folders_.fill(folder, phonelink::readHandsetFolder(services_.link, folder));
+    if (const std::string why = services_.link.takeReadProblem(); !why.empty())
+      notes_ += framework::formatText(framework::loadString(IDS_INCOMPLETE),
+                                      {store::folderState().folderPaths[store::position(folder)], why}) +
+                " ";
     showCount(folder);
     return;
   }

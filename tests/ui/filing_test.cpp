@@ -66,6 +66,24 @@ TEST_F(Filing, DeletesWhatIsSelectedAndConsentedTo) {
   app_.with(mInbox, {0}, ID_DELETE);
 }
 
+TEST_F(Filing, RemovesFromTheHandsetWhatIsKeptOrConsentedTo) {
+  app_.with(pInbox, {0}, ID_REMOVE);
+  const std::string question = "1 of 1 message(s) have no copy on the PC";
+  app_.with(mInbox, {2}, ID_REMOVE, {[&](HWND box) {
+              EXPECT_NE(wordsOf(box).find(question), std::string::npos);
+              EXPECT_EQ(GetDlgCtrlID(GetFocus()), IDCANCEL);
+              EndDialog(box, IDCANCEL);
+            }});
+  EXPECT_EQ(app_.with(mInbox, {2}, ID_REMOVE, {answer(question)}),
+            "2 0 5 1 0: in 2,in 1 | 1 of 1 message(s) removed from the handset.");
+  app_.with(mInbox, {0, 1}, pDraft);
+  EXPECT_EQ(app_.with(mInbox, {1}, ID_REMOVE),
+            "1 0 5 1 2: in 2 | 1 of 1 message(s) removed from the handset.");
+  strcpy(folder_.script().unreachable, "+1");
+  EXPECT_EQ(app_.with(mInbox, {0}, ID_REMOVE),
+            "1 0 5 1 2: in 2 | 0 of 1 message(s) removed from the handset. Not removed: refused.");
+}
+
 TEST_F(Filing, DroppedRowsMoveOrAreCopiedFromTheLastUp) {
   EXPECT_EQ(app_.with(pInbox, {0, 2, 3}, pSent), "3 0 2 4 0: Bravo,echo | 3 message(s) moved to PC\\Sent.");
   EXPECT_EQ(folder_.read(pInbox), folder_.storeOf(pInbox, {bravo, echo}));

@@ -47,6 +47,13 @@ EXPORTED int zelOpenSIM(int port, int baudRate) {
   return script.openResult;
 }
 
+// Takes away the last received message, whichever is asked for.
+EXPORTED int zelRemoveSMS(const void* entry) {
+  if (std::strcmp(static_cast<const char*>(entry) + 16, script.unreachable) == 0) return 0;
+  --script.receivedResult;
+  return 1;
+}
+
 EXPORTED int zelSendSMS(void* entry) {
   note("zelSendSMS");
   if (script.sentCount < 100) std::memcpy(script.sent + 212 * script.sentCount++, entry, 212);

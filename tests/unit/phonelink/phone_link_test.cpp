@@ -148,6 +148,10 @@ TEST(PhoneLink, ClampsCountsAndEndsTextsAtTheirFields) {
   EXPECT_EQ(link.describe(), "a b\uFFFD");
   fake.count = -1;
   EXPECT_EQ(read(link) + link.describe(), "");
+  // What a read that failed has come to is there, and why it failed is told once.
+  fake.count = -3;
+  EXPECT_EQ(link.receivedMessages().size(), 2U);
+  EXPECT_EQ(link.takeReadProblem() + link.takeReadProblem(), "?");
 }
 
 TEST(PhoneLink, ReadsTheListedThenTheHandsetsOwnByStatusAndBothPhonebooks) {
