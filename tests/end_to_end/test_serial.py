@@ -4,7 +4,7 @@ import os
 import subprocess
 import sys
 
-from harness import NO_CONNECTION, OUTBOX, ROOT, QuilletTest
+from harness import INBOX, NO_CONNECTION, OUTBOX, ROOT, QuilletTest
 
 sys.path.append(str(ROOT / "tests/modem"))
 from modem import READ, UNREAD, Modem  # noqa: E402
@@ -59,9 +59,17 @@ class Serial(QuilletTest):
             said = self.gammu("geteachsms")
             for text in ("How are you?", "тест", '"+35100000128"', "perché no", "".join(LONG)):
                 self.assertIn(text, said)
+            self.open_folder(INBOX)
+            self.click("тест")
+            self.key("shift+F10", *["Down"] * 9, "Return")
+            self.answer("1 of 1 message(s) have no copy on the PC and would be lost.  "
+                        "Remove them from the handset all the same?", "OK")
+            self.counts(1, 3, 0, 1, 0)
+            self.rows(["How are you?", "+31641600986", "2002-08-26 19:37:41"])
+            self.assertEqual(self.modem.messages["SM"], [RECEIVED[0], None])
         self.click("ID_REFRESH")
         self.answer(NO_CONNECTION, "OK")
         self.rows()
         with self.modem:
             self.click("ID_REFRESH")
-            self.rows(*outbox)
+            self.rows(["How are you?", "+31641600986", "2002-08-26 19:37:41"])
