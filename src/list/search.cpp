@@ -12,7 +12,8 @@ std::optional<SearchHit> search(const store::Folders& folders, const SearchStart
         store::folderRows[(first + (backwards ? store::folderCount - step : step)) % store::folderCount]
             .folder;
     const store::FolderTable& table = folders[folder];
-    const bool isStart = step == 0;
+    // Where no folder is shown there are no rows to begin at.
+    const bool isStart = step == 0 && !start.order.empty();
     const std::size_t count = isStart ? start.order.size() : table.size();
     for (std::size_t j = 0; j < count; ++j) {
       const std::size_t row = backwards ? count - 1 - j : j;

@@ -38,6 +38,10 @@ TEST(Search, GoesOnBehindTheStartThroughAllFoldersAndRound) {
       {2, true, "b", "3 0"},   {0, true, "ax", "3 2"},  {1, false, "c", "nothing"}};
   for (const auto& [row, backwards, text, expected] : searches)
     EXPECT_EQ(found(folders, row, backwards, text), expected) << row << text << backwards;
+  // Without a shown folder the first of them counts too.
+  const auto hit =
+      list::search(folders, {}, true, [](const store::SmsRecord& m) { return m.Content == "b"; });
+  EXPECT_TRUE(hit && hit->folder == Folder::MInbox && hit->row == 1);
 }
 
 }  // namespace
