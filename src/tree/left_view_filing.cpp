@@ -120,6 +120,11 @@ void CLeftView::onUndo() {
     showStatus(loadString(IDS_NOT_TAKEN_BACK));
     return;
   }
+  // Nothing has changed then, and what has not been read has a count that nobody knows.
+  if (!result.ok() && result.outcome != store::WriteResult::Outcome::inBoth) {
+    list::report(result, IDS_CANNOT_CHANGE);
+    return;
+  }
   std::string paths;
   for (const store::Folder folder : changed) {
     showCount(folder);
