@@ -190,7 +190,9 @@ void NewMessageDialog::takeOutDraft() {
   if (!start_.draft) return;
   const store::WriteResult erased = services_.folders.erase(store::Folder::PDraft, *start_.draft);
   services_.reloadFiled();
-  if (!erased.ok()) showMessage(list::describe(erased, IDS_CANNOT_CHANGE));
+  // That a folder could not be read has been told.
+  if (!erased.ok() && erased.outcome != store::WriteResult::Outcome::notRead)
+    showMessage(list::describe(erased, IDS_CANNOT_CHANGE));
 }
 
 void NewMessageDialog::showNotFiled(const store::WriteResult& problem) const {

@@ -111,7 +111,8 @@ void OutcomeDialog::onTryAgain() {
   services_.reloadFiled();
   showRows();
   list::report(filed, IDS_SENT_NOT_FILED);
-  list::report(taken, IDS_CANNOT_CHANGE);
+  // That the folder could not be read has been told.
+  if (taken.outcome != store::WriteResult::Outcome::notRead) list::report(taken, IDS_CANNOT_CHANGE);
 }
 
 // Word of messages on their way comes whenever the handset gets it.

@@ -139,8 +139,9 @@ WriteResult Folders::erase(Folder folder, const SmsRecord& message) {
     const auto found = std::ranges::find_if(records, [&](const SmsRecord& record) {
       return sameTexts(record, message) || sameTexts(record, read);
     });
-    return found == records.end() ? WriteResult{}
-                                  : erase(folder, static_cast<std::size_t>(found - records.begin()));
+    if (found != records.end()) return erase(folder, static_cast<std::size_t>(found - records.begin()));
+    // A folder that could not be read may hold it: that is a failure, and as with any rewrite no change.
+    return file(folder).isRead() ? WriteResult{} : rewrite(folder, {});
   });
 }
 

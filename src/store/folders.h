@@ -48,7 +48,7 @@ class Folders {
   WriteResult move(Folder source, Folder target, std::span<const std::size_t> slots);
 
   // Takes a message out of a PC folder, whichever slot and Index it has and whether or not it has been read
-  // back from the file since; one that is not there is no failure.
+  // back from the file since; one that is not there is no failure, once the file has been read.
   WriteResult erase(Folder folder, const SmsRecord& message);
 
   // Whether a PC folder holds a copy of the message: the same text, number and time.

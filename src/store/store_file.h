@@ -37,6 +37,7 @@ class StoreFile {
   ReadResult read(FolderTable& table);
   // The caller has given up the records that it had read: no rewrite before the next read.
   void forget() { isRead_ = false; }
+  bool isRead() const { return isRead_; }
   // The file becomes these records. `known` are all that the caller knew of it until now.
   WriteResult rewrite(std::span<const SmsRecord* const> records, std::span<const SmsRecord> known);
   // Files one message behind the others, with an empty Index; needs no read before it. Read again before the

@@ -152,6 +152,12 @@ TEST(Folders, EveryChangeCanBeTakenBackOnceUnlessAFileHasChanged) {
   }
 }
 
+TEST(Folders, AMessageIsNotTakenForGoneWhereItsFolderHasNotBeenRead) {
+  Desk desk;
+  desk.folders->clear(Folder::PInbox);
+  EXPECT_EQ(desk.folders->erase(Folder::PInbox, message("b")).outcome, Outcome::notRead);
+}
+
 TEST(Folders, AMoveThatCannotBeTakenBackLeavesTheMessagesInBoth) {
   Desk desk;
   // The target has been written: from here on nothing works any more.
