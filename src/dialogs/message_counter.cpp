@@ -21,15 +21,6 @@ MessageCount countMessage(std::u16string_view text) {
   return count;
 }
 
-std::u16string withWholeLineEnds(std::u16string_view text) {
-  std::u16string whole;
-  for (const char16_t unit : text) {
-    if (unit == u'\n' && !whole.ends_with(u'\r')) whole += u'\r';
-    whole += unit;
-  }
-  return whole;
-}
-
 std::string counterText(const MessageCount& count) {
   return std::to_string(count.charCount) + "/" + std::to_string(limitOf(count));
 }

@@ -26,9 +26,6 @@ constexpr std::size_t limitOf(const MessageCount& count) {
 // it on the way to the other half, does not count.
 MessageCount countMessage(std::u16string_view text);
 
-// The text as a field takes it, which breaks lines only where both characters of a line end stand.
-std::u16string withWholeLineEnds(std::u16string_view text);
-
 // "5/160" or "5/70"
 std::string counterText(const MessageCount& count);
 

@@ -83,7 +83,7 @@ bool NewMessageDialog::onInitDialog() {
 
 bool NewMessageDialog::fillFields() {
   receivers_.setText(start_.receivers);
-  const std::u16string units = withWholeLineEnds(text::utf16FromUtf8(start_.text));
+  const std::u16string units = text::withWholeLineEnds(text::utf16FromUtf8(start_.text));
   const std::wstring text(units.begin(), units.end());
   SetWindowTextW(content_.handle(), text.c_str());
   countContent();

@@ -2,11 +2,11 @@
 #include <algorithm>
 
 #include "framework/clipboard.h"
-#include "framework/text.h"
 #include "framework/win_app.h"
 #include "list/columns.h"
 #include "list/quillet_view.h"
 #include "resources/resource_ids.h"
+#include "text/unicode.h"
 
 namespace list {
 namespace {
@@ -22,8 +22,10 @@ constexpr MenuRow folderMenu[] = {
 void CQuilletView::onContextMenu(WPARAM, LPARAM at) {
   POINT point{GET_X_LPARAM(at), GET_Y_LPARAM(at)};
   if (at == -1) {
+    const int focused = std::max(focusedRow(), 0);
+    ListView_EnsureVisible(handle(), focused, FALSE);
     RECT row{};
-    ListView_GetItemRect(handle(), std::max(focusedRow(), 0), &row, LVIR_LABEL);
+    ListView_GetItemRect(handle(), focused, &row, LVIR_LABEL);
     point = framework::toScreen(handle(), {row.left, row.bottom});
   }
   const UINT filing = shownPcFolder() ? IDS_MENU_MOVE_TO : IDS_MENU_COPY_TO;
@@ -57,7 +59,8 @@ void CQuilletView::onCopy() {
       text += part + (column + 1 < columnCount ? "\t" : "\r\n");
     }
   if (slots.size() == 1) text = slotText(slots[0], contentColumn);
-  const bool copied = framework::copyToClipboard(handle(), framework::toWide(text));
+  const std::u16string units = text::withWholeLineEnds(text::utf16FromUtf8(text));
+  const bool copied = framework::copyToClipboard(handle(), std::wstring(units.begin(), units.end()));
   showResult(copied ? IDS_TEXT_COPIED : IDS_NOT_COPIED, {std::to_string(slots.size())});
 }
 

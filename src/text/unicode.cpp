@@ -114,6 +114,15 @@ std::u16string withoutHalves(std::u16string_view units) {
   return whole;
 }
 
+std::u16string withWholeLineEnds(std::u16string_view units) {
+  std::u16string whole;
+  for (const char16_t unit : units) {
+    if (unit == u'\n' && !whole.ends_with(u'\r')) whole += u'\r';
+    whole += unit;
+  }
+  return whole;
+}
+
 std::u16string_view fitting(std::u16string_view units, std::size_t limit) {
   if (units.size() <= limit) return units;
   const bool splitsPair = limit > 0 && isHighSurrogate(units[limit - 1]) && isLowSurrogate(units[limit]);

@@ -29,6 +29,8 @@ constexpr bool isLowSurrogate(char16_t unit) {
 std::u16string_view firstCharacter(std::u16string_view units);
 // The text without unpaired surrogates, halves of characters.
 std::u16string withoutHalves(std::u16string_view units);
+// The text with both characters of each line end, as edit boxes and the clipboard break lines.
+std::u16string withWholeLineEnds(std::u16string_view units);
 // As much of the text as fits into `limit` units with its last character whole.
 std::u16string_view fitting(std::u16string_view units, std::size_t limit);
 
