@@ -9,11 +9,10 @@ void FindDialog::open(HWND frame) {
     SetForegroundWindow(window_);
     return;
   }
-  const DWORD kept = state_.Flags & (FR_DOWN | FR_MATCHCASE);  // as the person left it
   state_ = {};
   state_.lStructSize = sizeof state_;
   state_.hwndOwner = frame;
-  state_.Flags = FR_HIDEWHOLEWORD | (kept ? kept : FR_DOWN);
+  state_.Flags = FR_HIDEWHOLEWORD | choices_;
   state_.lpstrFindWhat = text_.data();
   state_.wFindWhatLen = static_cast<WORD>(text_.size());
   window_ = FindTextW(&state_);
@@ -23,9 +22,11 @@ bool FindDialog::takes(UINT message, LPARAM lParam, std::optional<Question>& ask
   static const UINT findMessage = RegisterWindowMessageW(FINDMSGSTRINGW);
   if (message != findMessage || reinterpret_cast<const FINDREPLACEW*>(lParam) != &state_) return false;
   if (state_.Flags & FR_DIALOGTERM) window_ = nullptr;
-  if (state_.Flags & FR_FINDNEXT)
+  if (state_.Flags & FR_FINDNEXT) {
+    choices_ = state_.Flags & (FR_DOWN | FR_MATCHCASE);
     asked = {SoughtText(framework::toUtf8(text_.data()), (state_.Flags & FR_MATCHCASE) != 0),
              !(state_.Flags & FR_DOWN)};
+  }
   return true;
 }
 

@@ -29,6 +29,7 @@ class FindDialog {
  private:
   HWND window_ = nullptr;
   FINDREPLACEW state_{};
+  DWORD choices_ = FR_DOWN;  // as they were last asked with; a dialog that closes forgets them
   std::array<wchar_t, 161> text_{};
 };
 

@@ -113,6 +113,7 @@ void CQuilletView::onOpenSelected() {
 }
 
 void CQuilletView::selectOnly(int row) {
+  endDrag();  // or other rows would be dropped than were picked up
   ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED);
   ListView_SetItemState(handle(), row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
   ListView_EnsureVisible(handle(), row, FALSE);
