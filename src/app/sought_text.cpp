@@ -28,22 +28,19 @@ std::wstring folded(const std::string& text) {
 
 SoughtText::SoughtText(std::string text, bool matchCase)
     : text_(std::move(text)),
-      lowered_(text_),
       folded_(folded(text_)),
-      matchCase_(matchCase),
-      ascii_(text::isAscii(text_)) {
-  std::ranges::transform(lowered_, lowered_.begin(), text::lowered);
-}
+      narrowFolded_(framework::toUtf8(folded_)),
+      matchCase_(matchCase) {}
 
 bool SoughtText::isIn(const store::SmsRecord& message) const {
-  if (text_.empty()) return false;
+  if (folded_.empty()) return false;  // nothing, or nothing but accents
   return isIn(message.Content) || isIn(message.Phone) || isIn(store::displayTime(message.Time));
 }
 
 bool SoughtText::isIn(const std::string& field) const {
   if (matchCase_) return field.find(text_) != field.npos;
   // Most texts are of this kind, and it takes a tenth of the time.
-  if (ascii_ && text::isAscii(field)) return !std::ranges::search(field, lowered_, {}, text::lowered).empty();
+  if (text::isAscii(field)) return !std::ranges::search(field, narrowFolded_, {}, text::lowered).empty();
   return folded(field).find(folded_) != std::wstring::npos;
 }
 

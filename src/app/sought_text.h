@@ -19,10 +19,9 @@ class SoughtText {
   bool isIn(const std::string& field) const;
 
   std::string text_;
-  std::string lowered_;  // of a text in ASCII
   std::wstring folded_;
+  std::string narrowFolded_;  // the same, to look for in ASCII
   bool matchCase_;
-  bool ascii_;
 };
 
 }  // namespace app
