@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -150,11 +151,13 @@ void NewMessageDialog::onSend() {
     showMessage(loadString(IDS_NO_RECEIVER));
     return;
   }
+  std::optional<store::SmsRecord> replaced = start_.draft;  // nothing may fail once it is sent
   store::WriteResult problem;
   {
     const framework::CInputLock lock;
     problem = sendToAll(splitRecipients(receivers), text, needsUcs2_, outgoingWith(services_), last);
   }
+  if (last.filed() + last.unfiled() > 0) last.replaced = std::move(replaced);
   finishSending(problem);
 }
 
@@ -189,6 +192,7 @@ void NewMessageDialog::finishSending(const store::WriteResult& problem) {
 void NewMessageDialog::takeOutDraft() {
   if (!start_.draft) return;
   const store::WriteResult erased = services_.folders.erase(store::Folder::PDraft, *start_.draft);
+  if (erased.ok() && services_.lastSend.replaced == start_.draft) services_.lastSend.replaced.reset();
   services_.reloadFiled();
   // That a folder could not be read has been told.
   if (!erased.ok() && erased.outcome != store::WriteResult::Outcome::notRead)

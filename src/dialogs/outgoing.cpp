@@ -147,6 +147,11 @@ store::WriteResult sendAgain(Sending& sending, const Outgoing& outgoing) {
 }
 
 store::WriteResult takeOutDrafts(Sending& sending, store::Folders& folders) {
+  if (sending.replaced && sending.unfiled() == 0) {
+    const store::WriteResult erased = folders.erase(store::Folder::PDraft, *sending.replaced);
+    if (!erased.ok()) return erased;
+    sending.replaced.reset();
+  }
   const auto isOver = [](const Delivery& delivery) { return delivery.filed && delivery.draft; };
   return forEach(sending, isOver, [&](Delivery& delivery) {
     store::WriteResult erased = folders.erase(store::Folder::PDraft, *delivery.draft);

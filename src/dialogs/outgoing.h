@@ -32,6 +32,7 @@ struct Sending {
   std::string text;
   bool wide = false;  // as 16-bit characters
   std::vector<Delivery> deliveries;
+  std::optional<store::SmsRecord> replaced{};  // the draft that leaves PDraft when all of this is filed
 
   std::size_t sent() const;
   std::size_t filed() const;
