@@ -12,7 +12,10 @@ if(WIN32)
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _WIN32_IE=0x0A00)
   target_compile_options(quillet_options INTERFACE -ffunction-sections -fdata-sections)
   # Sections at whole pages of the file can be mapped as they are; others are copied into memory under Wine.
-  target_link_options(quillet_options INTERFACE -static -Wl,--gc-sections -Wl,--file-alignment,0x1000)
+  # The same sources make the same bytes, at any time and in any folder.
+  target_compile_options(quillet_options INTERFACE "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+  target_link_options(quillet_options INTERFACE
+    -static -Wl,--gc-sections -Wl,--file-alignment,0x1000 -Wl,--no-insert-timestamp)
 endif()
 
 option(QUILLET_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)

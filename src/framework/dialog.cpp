@@ -4,6 +4,14 @@
 #include "framework/text.h"
 
 namespace framework {
+namespace {
+
+// What a 32-bit system calls is no plain lambda.
+INT_PTR CALLBACK leaveToMessageMap(HWND, UINT, WPARAM, LPARAM) {
+  return FALSE;
+}
+
+}  // namespace
 
 const MessageMap* CDialog::messageMap() const {
   static constexpr MessageEntry entries[] = {
@@ -18,9 +26,7 @@ const MessageMap* CDialog::messageMap() const {
 INT_PTR CDialog::doModal(HWND owner) {
   const auto show = [&](HMODULE module) {
     const CreationScope scope(*this);
-    return DialogBoxParamW(
-        module, MAKEINTRESOURCEW(resourceId_), owner,
-        [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+    return DialogBoxParamW(module, MAKEINTRESOURCEW(resourceId_), owner, leaveToMessageMap, 0);
   };
   const HMODULE own = GetModuleHandleW(nullptr);
   const HMODULE preferred = moduleWithResource(RT_DIALOG, resourceId_);

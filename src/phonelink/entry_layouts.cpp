@@ -15,6 +15,17 @@ constexpr std::size_t statusOffset = 212;
 constexpr std::size_t contactNameOffset = 20;
 constexpr std::size_t wideContactNumberOffset = 255;
 
+// Field follows field without a gap, whatever a compiler would make of a structure; only
+// behind the number of a wide contact there are bytes that no field covers.
+static_assert(phoneOffset + phoneCapacity + 1 == codingOffset && codingOffset + 1 == timeOffset);
+static_assert(timeOffset + timeCapacity + 1 == textOffset && textOffset + textCapacity == numberOffset);
+static_assert(numberOffset + 2 == messageEntrySize && statusOffset == messageEntrySize);
+static_assert(statusOffset + 2 == handsetEntrySize && 2 * wideTextCapacity == textCapacity);
+static_assert(contactNumberCapacity + 1 == contactNameOffset);
+static_assert(contactNameOffset + contactNameCapacity + 1 == contactEntrySize);
+static_assert(2 * (wideContactNameCapacity + 1) <= wideContactNumberOffset);
+static_assert(wideContactNumberOffset + wideContactNumberCapacity + 1 <= wideContactEntrySize);
+
 std::string textAt(std::span<const std::byte> bytes, std::size_t offset, std::size_t capacity) {
   std::string text;
   for (std::size_t i = 0; i < capacity && bytes[offset + i] != std::byte{0}; ++i)

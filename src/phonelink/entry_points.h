@@ -41,6 +41,14 @@ struct EntryPoints {
   int(PHONELINK_CALL* zelRemoveSMS)(const void* entry) = nullptr;     // 212 bytes of a read; 0 = still there
 };
 
+// A library of the same word length agrees with this in every type. On 32 bits it also matters who takes the
+// arguments off the stack: the caller.
+static_assert(sizeof(int) == 4);
+#if defined(__i386__) && defined(_WIN32)
+static_assert(!std::is_same_v<decltype(EntryPoints::zelOpenSIM), int(__stdcall*)(int, int)>);
+static_assert(!std::is_same_v<decltype(EntryPoints::zelSendSMS), int(__stdcall*)(void*)>);
+#endif
+
 // Fills every entry from `find`, which gives the address of an exported name or null.
 template <class Find>
 EntryPoints bindEntryPoints(Find&& find) {

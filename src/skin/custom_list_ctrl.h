@@ -50,7 +50,9 @@ class CCustomListCtrl : public framework::CWnd {
   // Takes over the dialog's list view of that id, which keeps its style; false when there is none or it
   // holds rows already.
   bool subclass(HWND dialog, UINT id);
-  void addExtendedStyle(DWORD style) { ListView_SetExtendedListViewStyleEx(handle(), style, style); }
+  void addExtendedStyle(DWORD style) {
+    SendMessageW(handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));
+  }
   // The control uses the images from now on and releases them with its window.
   void setSmallImages(framework::UniqueImageList images) { setImages(LVSIL_SMALL, std::move(images)); }
   void setStateImages(framework::UniqueImageList images) { setImages(LVSIL_STATE, std::move(images)); }
