@@ -12,8 +12,7 @@ if(WIN32)
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0A00 _WIN32_WINNT=0x0A00 _WIN32_IE=0x0A00)
   target_compile_options(quillet_options INTERFACE -ffunction-sections -fdata-sections)
   # Sections at whole pages of the file can be mapped as they are; others are copied into memory under Wine.
-  # The same sources make the same bytes, at any time and in any folder.
-  target_compile_options(quillet_options INTERFACE "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+  # Without the time of linking the same sources make the same bytes.
   target_link_options(quillet_options INTERFACE
     -static -Wl,--gc-sections -Wl,--file-alignment,0x1000 -Wl,--no-insert-timestamp)
 endif()

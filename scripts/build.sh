@@ -3,7 +3,7 @@
 # The targets of which that folder is made.
 shipping='Quillet SMS_DLL2 findport'
 
-# build_preset native|native-release|mingw [TARGET…]
+# build_preset native|native-release|mingw|… [TARGET…]
 build_preset() {
   hold "build-$1" bash -eu -c '
     cd "$1"
@@ -22,24 +22,27 @@ ship() {
 }
 
 # The same for a file that a person may change: a changed one stays.
+as_shipped=$out/as_shipped
 ship_unless_changed() {
-  local last=$out/as_shipped/$2
+  local last=$as_shipped/$2
   if [ -f "$shipped/$2" ] && ! cmp -s "$shipped/$2" "$last"; then
     cmp -s "$shipped/$2" "$root/$1" || say "Kept your $2."
   else
     ship "$1" "$2" || return 1
   fi
-  mkdir -p "$out/as_shipped"
+  mkdir -p "$as_shipped"
   cp "$root/$1" "$last"
 }
 
-# Lays out dist/Quillet. Message stores, and what a person changed, stay.
+# lay_out [PRESET] lays out dist/Quillet. Message stores, and what a person changed, stay.
 lay_out() {
+  local built=out/${1:-mingw}
   mkdir -p "$out" "$shipped"
   printf '[port]\r\ncom=0\r\n' > "$out/port.ini"
-  ship out/mingw/src/app/Quillet.exe Quillet.exe &&
-    ship out/mingw/handset/SMS_DLL2.dll SMS_DLL2.dll &&
-    ship out/mingw/handset/findport.exe findport.exe &&
+  ship $built/src/app/Quillet.exe Quillet.exe &&
+    ship $built/handset/SMS_DLL2.dll SMS_DLL2.dll &&
+    ship $built/handset/findport.exe findport.exe &&
+    ship LICENSE LICENSE.txt &&
     ship_unless_changed out/port.ini port.ini &&
     ship_unless_changed handset/handset.txt handset.txt || return 1
   [ -f "$root/assets/Skin/Default/SMS/skin.ini" ] || { say "Missing: assets/Skin/Default/SMS/skin.ini."; return 1; }
