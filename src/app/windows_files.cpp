@@ -33,6 +33,11 @@ class WindowsFile : public store::File {
   FileStatus readAll(std::string& bytes) override {
     LARGE_INTEGER size{};
     if (!GetFileSizeEx(handle_.get(), &size) || !seek(0, FILE_BEGIN)) return statusOf(false);
+    // A program of 32 bits must not take the first part of a file for the whole.
+    if (std::cmp_greater(size.QuadPart, bytes.max_size())) {
+      SetLastError(ERROR_FILE_TOO_LARGE);
+      return statusOf(false);
+    }
     bytes.resize(static_cast<std::size_t>(size.QuadPart));
     std::size_t used = 0;
     while (used < bytes.size()) {

@@ -105,7 +105,8 @@ class MemoryFileSystem : public store::FileSystem {
       return files_.step("flush", path_, [&] { content().flushed = content().bytes; });
     }
     store::FileStatus truncate(std::uint64_t length) override {
-      return files_.step("truncate", path_, [&] { content().bytes.resize(length); });
+      return files_.step("truncate", path_,
+                         [&] { content().bytes.resize(static_cast<std::size_t>(length)); });
     }
     store::FileStatus close() override {
       return files_.step("close", path_, [] {});
