@@ -38,7 +38,7 @@ make_packages() {
   shift
   version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$out/mingw/CMakeCache.txt")
   package=$folder/Quillet-$version
-  # Without a history the version's own day would do, but nobody knows it.
+  # Without a history whoever packs says the time.
   [ -n "${SOURCE_DATE_EPOCH:-}" ] || SOURCE_DATE_EPOCH=$(git -C "$root" log -1 --format=%ct) || return 1
   export SOURCE_DATE_EPOCH
   mkdir -p "$folder"
