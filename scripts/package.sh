@@ -18,7 +18,7 @@ stage() {
 list_for_setup() {
   local kind folder file
   echo '!macro files always unlessChanged'
-  for file in $(cd "$staged/x64/Quillet" && find . -type f ! -name Quillet.exe -printf '%P\n' | sort); do
+  (cd "$staged/x64/Quillet" && find . -type f ! -name Quillet.exe -printf '%P\n') | sort | while IFS= read -r file; do
     case $file in SMS_DLL2.dll | port.ini | handset.txt | Skin/*) kind=unlessChanged ;; *) kind=always ;; esac
     folder=''
     [[ $file != */* ]] || folder=${file%/*}/
