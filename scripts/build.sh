@@ -1,7 +1,7 @@
 # Sourced: configuring, compiling, and laying out the folder that ships.
 
 # The targets of which that folder is made.
-shipping='Quillet SMS_DLL2 findport'
+shipping='Quillet SMS_DLL2 findport languages'
 
 # build_preset native|native-release|mingw|… [TARGET…]
 build_preset() {
@@ -34,6 +34,15 @@ ship_unless_changed() {
   cp "$root/$1" "$last"
 }
 
+# ship_languages FOLDER ships the texts of each language that was built there; one that somebody added stays.
+ship_languages() {
+  local file tag
+  for file in "$root"/languages/*.rc; do
+    tag=$(basename "$file" .rc)
+    ship "$1/$tag/zelSMS.dll" "Languages/$tag/zelSMS.dll" || return 1
+  done
+}
+
 # lay_out [PRESET] lays out dist/Quillet. Message stores, and what a person changed, stay.
 lay_out() {
   local built=out/${1:-mingw}
@@ -42,6 +51,7 @@ lay_out() {
   ship $built/src/app/Quillet.exe Quillet.exe &&
     ship $built/handset/SMS_DLL2.dll SMS_DLL2.dll &&
     ship $built/handset/findport.exe findport.exe &&
+    ship_languages $built/languages &&
     ship LICENSE LICENSE.txt &&
     ship_unless_changed out/port.ini port.ini &&
     ship_unless_changed handset/handset.txt handset.txt || return 1
