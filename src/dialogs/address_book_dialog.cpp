@@ -52,6 +52,10 @@ bool AddressBookDialog::onInitDialog() {
   chosen_.subclass(handle(), IDC_CHOSEN);
   phonebook_.setPickHandler([this](int row) { choose(std::span(&row, 1)); });
   setUpColumns();
+  skinButtons({{add_, IDC_ADD_CONTACT},
+               {remove_, IDC_REMOVE_CONTACT},
+               {ok_, IDC_ADDRESS_OK},
+               {cancel_, IDC_ADDRESS_CANCEL}});
   constexpr skin::ControlText texts[] = {
       {IDC_ADD_CONTACT, IDS_ADD_CONTACT}, {IDC_REMOVE_CONTACT, IDS_REMOVE_CONTACT},
       {IDC_ADDRESS_OK, IDS_OK},           {IDC_ADDRESS_CANCEL, IDS_CANCEL},
@@ -59,10 +63,6 @@ bool AddressBookDialog::onInitDialog() {
       {IDC_CHOSEN, IDS_CHOSEN_NUMBERS},
   };
   setTexts(texts);
-  skinButtons({{add_, IDC_ADD_CONTACT},
-               {remove_, IDC_REMOVE_CONTACT},
-               {ok_, IDC_ADDRESS_OK},
-               {cancel_, IDC_ADDRESS_CANCEL}});
   placeControls("Address Dlg", places);
   showPhonebook();
   phonebook_.addExtendedStyle(LVS_EX_FULLROWSELECT);

@@ -72,13 +72,13 @@ bool NewMessageDialog::onInitDialog() {
   content_.send(EM_SETLIMITTEXT, plainLimit);
 
   skinButtons({{send_, IDC_SEND}, {cancel_, IDC_MESSAGE_CANCEL}, {contact_, IDC_CONTACT}});
-  placeControls("New MMS", places);
   constexpr skin::ControlText texts[] = {
       {IDC_RECEIVER_LABEL, IDS_RECEIVER}, {IDC_CONTACT, IDS_CONTACT},
       {IDC_CONTENT_LABEL, IDS_CONTENT},   {IDC_SEND, IDS_SEND},
       {IDC_MESSAGE_CANCEL, IDS_CANCEL},   {skin::theDialog, IDS_NEW_MESSAGE},
   };
   setTexts(texts);
+  placeControls("New MMS", places);
   return !fillFields();
 }
 

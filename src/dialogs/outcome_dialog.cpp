@@ -58,12 +58,12 @@ const framework::MessageMap* OutcomeDialog::messageMap() const {
 
 bool OutcomeDialog::onInitDialog() {
   CSkinDialog::onInitDialog();
+  skinButtons({{again_, IDC_TRY_AGAIN}, {close_, IDCANCEL}});
   constexpr skin::ControlText texts[] = {{IDC_OUTCOMES, IDS_LAST_SEND},
                                          {IDC_TRY_AGAIN, IDS_TRY_AGAIN},
                                          {IDCANCEL, IDS_CLOSE},
                                          {skin::theDialog, IDS_LAST_SEND}};
   setTexts(texts);
-  skinButtons({{again_, IDC_TRY_AGAIN}, {close_, IDCANCEL}});
   const HWND list = item(IDC_OUTCOMES);
   ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
   constexpr int numberWidth = 130;

@@ -78,17 +78,17 @@ bool ReaderDialog::onInitDialog() {
   showRecord();
   updateButtons();
 
+  skinButtons({{reply_, IDC_REPLY},
+               {forward_, IDC_FORWARD},
+               {editAsNew_, IDC_EDIT_AS_NEW},
+               {previous_, IDC_PREVIOUS},
+               {next_, IDC_NEXT}});
   constexpr skin::ControlText texts[] = {
       {IDC_PHONE_LABEL, IDS_PHONE},       {IDC_TIME_LABEL, IDS_TIME},
       {IDC_CONTENT_LABEL, IDS_CONTENT},   {IDC_REPLY, IDS_REPLY},
       {IDC_FORWARD, IDS_FORWARD},         {IDC_EDIT_AS_NEW, IDS_EDIT_AS_NEW},
       {skin::theDialog, IDS_OPEN_MESSAGE}};
   setTexts(texts);
-  skinButtons({{reply_, IDC_REPLY},
-               {forward_, IDC_FORWARD},
-               {editAsNew_, IDC_EDIT_AS_NEW},
-               {previous_, IDC_PREVIOUS},
-               {next_, IDC_NEXT}});
   placeControls("Open MMS", places);
   return true;
 }

@@ -1,9 +1,12 @@
 #include "skin/skin_dialog.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 #include "framework/resources.h"
 #include "skin/image.h"
+#include "skin/room_for_texts.h"
 #include "skin/settings.h"
 #include "skin/skin_state.h"
 
@@ -57,6 +60,54 @@ void moveDialog(HWND dialog, const RECT& place) {
     moveTo(dialog, place);
   else
     centre(dialog, place);
+}
+
+// A control, where it stands in its dialog, and its text.
+struct Control {
+  HWND window;
+  RECT place{};
+  std::wstring text{};
+  DWORD style = static_cast<DWORD>(GetWindowLongW(window, GWL_STYLE));
+
+  bool isOf(const wchar_t* className) const {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return lstrcmpiW(name, className) == 0;
+  }
+};
+
+Control controlOf(HWND dialog, HWND window) {
+  Control control{window};
+  // A combo box is placed with its opened list; nothing else answers this message.
+  if (!SendMessageW(window, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&control.place)))
+    GetWindowRect(window, &control.place);
+  MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&control.place), 2);
+  control.text = framework::windowWideText(window);
+  return control;
+}
+
+// What the text takes up in the control's font: in one line, or in lines of `width` pixels.
+SIZE sizeOfText(const Control& control, LONG width) {
+  const HDC dc = GetDC(control.window);
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control.window, WM_GETFONT, 0, 0));
+  const HGDIOBJ former = font ? SelectObject(dc, font) : nullptr;
+  RECT drawn{0, 0, width, 0};
+  DrawTextW(dc, control.text.c_str(), -1, &drawn,
+            static_cast<UINT>(DT_CALCRECT | (width ? DT_WORDBREAK : DT_SINGLELINE)));
+  if (former) SelectObject(dc, former);
+  ReleaseDC(control.window, dc);
+  return {drawn.right, drawn.bottom};
+}
+
+// How wide or, when its width is settled, how high the control must be for its text.
+SIZE neededBy(const Control& control) {
+  constexpr int buttonRoom = 8;  // at each side of the text
+  if (control.text.empty()) return {};
+  const SIZE line = sizeOfText(control, 0);
+  if (control.isOf(L"Button")) return {line.cx + 2 * framework::scaledPixels(control.window, buttonRoom), 0};
+  if (!control.isOf(L"Static") || (control.style & SS_TYPEMASK) > SS_RIGHT) return {};
+  if (control.place.bottom - control.place.top < 2 * line.cy) return {line.cx, 0};
+  return {0, sizeOfText(control, control.place.right - control.place.left).cy};
 }
 
 }  // namespace
@@ -114,6 +165,36 @@ void CSkinDialog::setTexts(std::span<const ControlText> texts) {
     else
       setItemText(control, words);
   }
+  makeRoomForTexts();
+}
+
+void CSkinDialog::makeRoomForTexts() {
+  const RECT before = clientRect();
+  std::vector<Control> controls{{handle(), before}};  // the dialog itself grows with its controls
+  for (HWND child = GetWindow(handle(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+    controls.push_back(controlOf(handle(), child));
+  const auto grow = [&controls](LONG RECT::*from, LONG RECT::*to, LONG SIZE::*length) {
+    std::vector<Place> places;
+    for (const Control& control : controls)
+      places.push_back({static_cast<int>(control.place.*from), static_cast<int>(control.place.*to),
+                        static_cast<int>(neededBy(control).*length),
+                        (control.style & SS_TYPEMASK) == SS_CENTER && control.isOf(L"Static")});
+    makeRoom(places);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      controls[i].place.*from = places[i].from;
+      controls[i].place.*to = places[i].to;
+    }
+  };
+  grow(&RECT::left, &RECT::right, &SIZE::cx);
+  grow(&RECT::top, &RECT::bottom, &SIZE::cy);
+  const RECT after = controls[0].place;
+  if (EqualRect(&before, &after)) return;
+  for (std::size_t i = 1; i < controls.size(); ++i) moveTo(controls[i].window, controls[i].place);
+  RECT own{};
+  GetWindowRect(handle(), &own);
+  own.right += after.right - before.right;
+  own.bottom += after.bottom - before.bottom;
+  centre(handle(), own);
 }
 
 HBRUSH CSkinDialog::onControlColour(HDC target, HWND) {

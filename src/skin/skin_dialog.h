@@ -28,8 +28,8 @@ struct SkinnedButton {
   UINT id;
 };
 
-// A dialog that takes its look from the skin. Derived dialogs call the base's onInitDialog first and then, in
-// their own order, the three steps below. The layout file is read afresh by each of them.
+// A dialog that takes its look from the skin. Derived dialogs call the base's onInitDialog first and then the
+// three steps below, in this order. The layout file is read afresh by each of them.
 class CSkinDialog : public framework::CDialog {
  public:
   using CDialog::CDialog;
@@ -42,13 +42,15 @@ class CSkinDialog : public framework::CDialog {
   // Takes over the buttons that have not been taken over yet; gives all of them, in this order, the skin's
   // image and font. Without an image key they keep the default look and font.
   void skinButtons(std::initializer_list<SkinnedButton> buttons);
-  // Moves what has a rectangle in the section (pixels of the client area, of the screen for the dialog, all
-  // at 96 dpi); the rest stays where the resource puts it. The dialog takes the size of its rectangle, and
-  // the place where that lies inside its owner and the work area.
-  void placeControls(std::string_view section, std::span<const ControlPlace> places);
+  // Buttons, labels and with them the dialog grow where a text is longer than its place.
   void setTexts(std::span<const ControlText> texts);
+  // Moves what has a rectangle in the section (pixels of the client area, of the screen for the dialog, all
+  // at 96 dpi); the rest stays where the resource and the texts put it. The dialog takes the size of its
+  // rectangle, and the place where that lies inside its owner and the work area.
+  void placeControls(std::string_view section, std::span<const ControlPlace> places);
 
  private:
+  void makeRoomForTexts();
   HBRUSH onControlColour(HDC target, HWND control);
 };
 

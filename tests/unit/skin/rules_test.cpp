@@ -7,6 +7,7 @@
 
 #include "skin/button_face.h"
 #include "skin/nine_slice.h"
+#include "skin/room_for_texts.h"
 #include "skin/segment_sort.h"
 #include "skin/setting_text.h"
 
@@ -149,6 +150,20 @@ TEST(ButtonFace, LiesOverTheGroundAndItsRingsFollowItsOutline) {
   const std::uint32_t row[]{ring, ring, white, focus, white};
   for (int x = 0; x < 5; ++x) EXPECT_EQ(face.at(x, 10), row[x]) << x;
   EXPECT_TRUE(face.at(20, 3) == focus && face.at(1, 1) == ring && face.at(2, 2) == white);
+}
+
+TEST(MakeRoom, MovesWhatStandsBehindAndWidensWhatStandsInLine) {
+  const auto roomy = [](std::vector<skin::Place> places) {
+    std::string shown;
+    skin::makeRoom(places);
+    for (const skin::Place& p : places) shown += std::to_string(p.from) + "-" + std::to_string(p.to) + " ";
+    return shown;
+  };
+  // A dialog with two labels, a field beside and one below them, and two buttons.
+  EXPECT_EQ(roomy({{0, 100}, {7, 20, 25}, {7, 20, 13}, {24, 60}, {7, 93}, {30, 60, 34}, {64, 93, 29}}),
+            "0-116 7-32 7-32 36-76 7-109 42-76 80-109 ");
+  // A question over two buttons.
+  EXPECT_EQ(roomy({{0, 100}, {20, 80, 66, true}, {25, 45}, {55, 75}}), "0-106 20-86 28-48 58-78 ");
 }
 
 }  // namespace
