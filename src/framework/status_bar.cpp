@@ -10,17 +10,6 @@ namespace {
 
 constexpr int indicatorPadding = 16;
 
-int textWidth(HWND window, const std::wstring& text) {
-  const HDC dc = GetDC(window);
-  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
-  const HGDIOBJ former = font ? SelectObject(dc, font) : nullptr;
-  SIZE size{};
-  GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
-  if (former) SelectObject(dc, former);
-  ReleaseDC(window, dc);
-  return size.cx;
-}
-
 }  // namespace
 
 bool CStatusBar::createBar(HWND frame, UINT id, std::span<const Indicator> indicators) {
@@ -58,7 +47,7 @@ void CStatusBar::layOutParts() {
   int right = static_cast<int>(clientRect().right) - GetSystemMetrics(SM_CXVSCROLL);
   for (std::size_t i = parts_.size(); i > 0; --i) {
     rightEdges[i] = right;
-    right -= textWidth(handle(), parts_[i - 1].text) + indicatorPadding;
+    right -= textSize(handle(), parts_[i - 1].text).cx + indicatorPadding;
   }
   rightEdges[0] = std::max(right, 0);
   send(SB_SETPARTS, rightEdges.size(), reinterpret_cast<LPARAM>(rightEdges.data()));

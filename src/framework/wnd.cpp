@@ -192,6 +192,18 @@ std::string windowText(HWND window) {
   return toUtf8(windowWideText(window));
 }
 
+SIZE textSize(HWND window, const std::wstring& text, int width) {
+  const HDC dc = GetDC(window);
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
+  const HGDIOBJ former = font ? SelectObject(dc, font) : nullptr;
+  RECT drawn{0, 0, width, 0};
+  DrawTextW(dc, text.c_str(), -1, &drawn,
+            static_cast<UINT>(DT_CALCRECT | (width > 0 ? DT_WORDBREAK : DT_SINGLELINE)));
+  if (former) SelectObject(dc, former);
+  ReleaseDC(window, dc);
+  return {drawn.right, drawn.bottom};
+}
+
 int scaledPixels(HWND window, int pixels) {
   const HDC dc = GetDC(window);
   const int scaled = MulDiv(pixels, GetDeviceCaps(dc, LOGPIXELSY), USER_DEFAULT_SCREEN_DPI);

@@ -72,6 +72,8 @@ void reportOutOfMemory();
 // The text of any window, in UTF-8, and as the window holds it.
 std::string windowText(HWND window);
 std::wstring windowWideText(HWND window);
+// How large a text is in the window's font: in one line, or in lines of `width` pixels.
+SIZE textSize(HWND window, const std::wstring& text, int width = 0);
 // A length that is meant for 96 dpi, at the resolution that the window has.
 int scaledPixels(HWND window, int pixels);
 // A point of the window's client area on the screen.

@@ -86,28 +86,16 @@ Control controlOf(HWND dialog, HWND window) {
   return control;
 }
 
-// What the text takes up in the control's font: in one line, or in lines of `width` pixels.
-SIZE sizeOfText(const Control& control, LONG width) {
-  const HDC dc = GetDC(control.window);
-  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control.window, WM_GETFONT, 0, 0));
-  const HGDIOBJ former = font ? SelectObject(dc, font) : nullptr;
-  RECT drawn{0, 0, width, 0};
-  DrawTextW(dc, control.text.c_str(), -1, &drawn,
-            static_cast<UINT>(DT_CALCRECT | (width ? DT_WORDBREAK : DT_SINGLELINE)));
-  if (former) SelectObject(dc, former);
-  ReleaseDC(control.window, dc);
-  return {drawn.right, drawn.bottom};
-}
-
 // How wide or, when its width is settled, how high the control must be for its text.
 SIZE neededBy(const Control& control) {
   constexpr int buttonRoom = 8;  // at each side of the text
   if (control.text.empty()) return {};
-  const SIZE line = sizeOfText(control, 0);
+  const SIZE line = framework::textSize(control.window, control.text);
   if (control.isOf(L"Button")) return {line.cx + 2 * framework::scaledPixels(control.window, buttonRoom), 0};
   if (!control.isOf(L"Static") || (control.style & SS_TYPEMASK) > SS_RIGHT) return {};
   if (control.place.bottom - control.place.top < 2 * line.cy) return {line.cx, 0};
-  return {0, sizeOfText(control, control.place.right - control.place.left).cy};
+  const int width = static_cast<int>(control.place.right - control.place.left);
+  return {0, framework::textSize(control.window, control.text, width).cy};
 }
 
 }  // namespace
