@@ -1,5 +1,7 @@
 #include "app/main_frame.h"
 
+#include <algorithm>
+
 #include "app/toolbar_images.h"
 #include "framework/resources.h"
 #include "framework/text.h"
@@ -51,7 +53,7 @@ bool CMainFrame::onCreateClient(framework::CDocument& document) {
     splitter_.destroy();
     return false;
   }
-  splitter_.setColumnInfo(0, treeWidth, leastTreeWidth);
+  splitter_.setColumnInfo(0, std::max(treeWidth, tree().wantedWidth()), leastTreeWidth);
   splitter_.setColumnInfo(1, 0, leastListWidth);
   static_cast<CQuilletDoc&>(document).listView = &shown;
   setActiveView(tree());

@@ -1,5 +1,6 @@
 #include "tree/left_view.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -65,6 +66,15 @@ bool CLeftView::onCreated(const CREATESTRUCTW&) {
     expand(parent);
   }
   return true;
+}
+
+int CLeftView::wantedWidth() const {
+  LONG widest = 0;
+  for (HTREEITEM item = TreeView_GetRoot(handle()); item; item = nextItem(item, TVGN_NEXTVISIBLE)) {
+    RECT label{};
+    if (TreeView_GetItemRect(handle(), item, &label, TRUE)) widest = std::max(widest, label.right);
+  }
+  return static_cast<int>(widest + framework::textSize(handle(), L"(9999)").cx);
 }
 
 void CLeftView::loadImages() {

@@ -52,6 +52,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   // Says what a command has come to, behind what reading and writing have left to say meanwhile.
   void showResult(const std::string& text) { showStatus(takeNotes() + text); }
 
+  // How wide the pane must be for the texts of all folders with a count of four digits behind them.
+  int wantedWidth() const;
   // The texts of the item and its ancestors, outermost first: "PC\Draft(3)".
   std::string itemPath(HTREEITEM item) const;
 
