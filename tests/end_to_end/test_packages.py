@@ -1,5 +1,6 @@
 """What is handed out: the setup and the portable folder."""
 
+import subprocess
 import zipfile
 
 from harness import ROOT, QuilletTest
@@ -18,14 +19,16 @@ class Packages(QuilletTest):
         install = f"Z:{setup}", "/S", *("/D=Z:" + str(place).replace("/", "\\")).split(" ")
         self.ends(*install)
         self.folder = place
-        program = self.launch()
-        self.counts(26, 6, 0, 0, 0)
+        locales = self.new_folder()
+        subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", locales / "de_DE.UTF-8"], check=True)
+        program = self.launch(LOCPATH=str(locales), LC_ALL="de_DE.UTF-8")
+        self.shows("Posteingang(26)", "Entwürfe(0)")
         self.key("ctrl+n", to="IDC_RECEIVERS")
         self.type("5550142")
         self.click("IDC_MESSAGE_CONTENT")
         self.type("Hello")
         self.click("IDC_SEND")
-        self.answer("1/1 message(s)  sent.", "OK")
+        self.answer("1/1 Nachricht(en) gesendet.", "OK")
         self.counts(26, 6, 0, 1, 0)
         own = {"pcSent.dat": self.read("pcSent.dat"), "port.ini": b"[port]\r\ncom=00\r\n"}
         self.assertIn(b"Hello", own["pcSent.dat"])
