@@ -54,9 +54,13 @@ std::string enterPin(Channel& channel, PortSettings& settings, const std::string
   if (pin.empty()) return wanted;
   if (pin.size() < 4 || pin.size() > 8 || pin.find_first_not_of("0123456789") != pin.npos)
     return wanted + "; the pin in port.ini is none";
-  if (settings.value(refusedKey) == pin) return wanted + "; it has refused the pin in port.ini";
-  settings.setValue(refusedKey, pin);
-  if (settings.value(refusedKey) != pin) return wanted + "; port.ini cannot be written";
+  // All of them: whoever goes back to an earlier one would use up what tries are left.
+  const std::string refused = settings.value(refusedKey);
+  if ((' ' + refused + ' ').find(' ' + pin + ' ') != refused.npos)
+    return wanted + "; it has refused the pin in port.ini";
+  const std::string noted = refused.empty() ? pin : refused + ' ' + pin;
+  settings.setValue(refusedKey, noted);
+  if (settings.value(refusedKey) != noted) return wanted + "; port.ini cannot be written";
   const Answer answer = channel.command("AT+CPIN=\"" + pin + '"', {}, simDeadline);
   return answer.ok() ? std::string{} : "the PIN was not accepted: " + problemOf(answer);
 }

@@ -163,7 +163,7 @@ TEST(AtHandset, IsReadyOnlyForMessagesAsPdus) {
        "the SIM is busy (+CME ERROR: 14) <= AT+CPIN?: |+CME ERROR: 14|",
        "ready <= " + wantsPin + "~|+CPIN: READY||OK|;AT+CPIN='1234': |OK|",
        "the handset asks for SIM PIN; it has refused the pin in port.ini <= " + wantsPin +
-           ";<pin refused>: 1234",
+           ";<pin refused>: 1234 4321",
        "the PIN was not accepted: wrong password (+CME ERROR: 16) <= " + wantsPin +
            ";AT+CPIN='1234': |+CME ERROR: 16|",
        "no SIM (+CME ERROR: SIM not inserted) <= AT+CPIN?: |+CME ERROR: SIM not inserted|",
