@@ -91,10 +91,15 @@ std::size_t Sending::unfiled() const {
 }
 
 bool Sending::takeReport(const phonelink::PhoneLink::Delivered& delivered) {
-  // Of two to one number the first that has no word yet.
-  const auto found = std::ranges::find_if(deliveries, [&](const Delivery& delivery) {
-    return delivery.sent() && delivery.report.empty() && delivery.message.Phone == delivered.number;
-  });
+  // Of two to one number the first that has no word yet. What was still on its way gets a second word.
+  const auto find = [&](bool silent) {
+    return std::ranges::find_if(deliveries, [&, silent](const Delivery& delivery) {
+      return delivery.sent() && delivery.report.empty() == silent &&
+             delivery.message.Phone == delivered.number;
+    });
+  };
+  auto found = find(true);
+  if (found == deliveries.end()) found = find(false);
   if (found == deliveries.end()) return false;
   found->report = delivered.words;
   return true;

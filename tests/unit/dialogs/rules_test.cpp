@@ -97,7 +97,8 @@ TEST(Outgoing, SendsToEachOnceAndFilesWhatBecameOfItOrKeepsIt) {
   EXPECT_EQ(filed,
             "1 now h i; 0 unreachable now h i; 2 now h i; 0 no memory now h i; "
             "0 unreachable now h  i; 0 no memory now h  i; ");
-  EXPECT_TRUE(last.takeReport({"2", "arrived"}) && !last.takeReport({"2", "again"}));
+  EXPECT_TRUE(last.takeReport({"2", "on its way"}) && !last.takeReport({"3", "arrived"}));
+  EXPECT_TRUE(last.takeReport({"2", "arrived"}));
   EXPECT_EQ(last.deliveries[5].report, "arrived");
   EXPECT_TRUE(takeOutDrafts(last, folders).ok() && !last.anyLeft());
   EXPECT_TRUE(folders[store::Folder::PDraft].empty());
