@@ -20,6 +20,9 @@ bool CQuilletApp::canRemove() const {
 }
 
 bool CQuilletApp::consentsToLose(const std::vector<store::SmsRecord>& messages) {
+  // A copy that has gone from its file meanwhile is none.
+  for (const store::FolderRow& row : store::folderRows)
+    if (store::isOnPc(row.folder)) reload(row.folder);
   const store::Folders& folders = frame()->tree().folders();
   const auto lost = std::ranges::count_if(
       messages, [&](const store::SmsRecord& message) { return !folders.isKept(message); });
