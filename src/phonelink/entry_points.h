@@ -38,7 +38,7 @@ struct EntryPoints {
   // The same for how full the card is, and for the next word of a message sent since opening.
   int(PHONELINK_CALL* zelRoom)(char* text, int size) = nullptr;
   int(PHONELINK_CALL* zelDelivered)(char* text, int size) = nullptr;  // "number TAB words"
-  int(PHONELINK_CALL* zelRemoveSMS)(const void* entry) = nullptr;     // 212 bytes of a read; 0 = still there
+  int(PHONELINK_CALL* zelRemoveSMS)(const void* entry) = nullptr;     // 212 bytes of a read; 1, 2 = agreed
 };
 
 // A library of the same word length agrees with this in every type. On 32 bits it also matters who takes the

@@ -168,7 +168,7 @@ bool PhoneLink::remove(const store::SmsRecord& message) {
   }
   std::array<std::byte, messageEntrySize> bytes;
   encodeMessage(entry, bytes);
-  return points_.zelRemoveSMS(bytes.data()) != 0;
+  return points_.zelRemoveSMS(bytes.data()) > 0;
 }
 
 PhoneLink::Entries PhoneLink::fillContacts(Read read, std::size_t size, std::size_t entrySize) {
