@@ -230,6 +230,9 @@ bool AtHandset::remove(const Message& message) {
   MessageReader reader{*channel_, clock_, *dialect_};
   if (!reader.remove(message.places)) return fail(reader.problem());
   removed_.insert(removed_.end(), message.places.begin(), message.places.end());
+  settleReports();  // before what has come is counted anew
+  handedOver_.forget(message.places);
+  settled_ = handedOver_.all().size();
   return true;
 }
 

@@ -57,4 +57,10 @@ void HandedOverMessages::appendTo(std::vector<Message>& messages, std::size_t fr
   }
 }
 
+void HandedOverMessages::forget(std::span<const Place> removed) {
+  std::erase_if(all_, [&removed](const HandedOver& one) {
+    return std::ranges::find(removed, one.body, &Place::content) != removed.end();
+  });
+}
+
 }  // namespace handset::at

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "handset/at/channel.h"
@@ -16,6 +17,9 @@ class HandedOverMessages {
 
   // Appends those from the given one on that are not among the messages yet, long ones joined up to `limit`.
   void appendTo(std::vector<Message>& messages, std::size_t from, std::size_t limit) const;
+
+  // Forgets those that were removed where the handset had stored them all the same.
+  void forget(std::span<const Place> removed);
 
   const std::vector<HandedOver>& all() const { return all_; }
   void clear() { all_.clear(); }
