@@ -1,5 +1,7 @@
 #include "app/about_dialog.h"
 
+#include <utility>
+
 #include "framework/resources.h"
 #include "framework/text.h"
 #include "resources/resource_ids.h"
@@ -7,16 +9,28 @@
 
 namespace app {
 
-AboutDialog::AboutDialog() : CSkinDialog(IDD_ABOUT) {}
+AboutDialog::AboutDialog(std::string moduleDirectory)
+    : CSkinDialog(IDD_ABOUT), moduleDirectory_(std::move(moduleDirectory)) {}
+
+const framework::MessageMap* AboutDialog::messageMap() const {
+  static constexpr framework::MessageEntry entries[] = {
+      framework::onControl<&AboutDialog::onManual>(BN_CLICKED, IDC_MANUAL),
+  };
+  static const framework::MessageMap map{entries, CSkinDialog::messageMap()};
+  return &map;
+}
 
 bool AboutDialog::onInitDialog() {
-  static constexpr skin::ControlText texts[] = {
-      {IDC_ABOUT_TEXT, IDS_ABOUT_TEXT}, {IDOK, IDS_OK}, {skin::theDialog, IDS_TITLE}};
+  static constexpr skin::ControlText texts[] = {{IDC_ABOUT_TEXT, IDS_ABOUT_TEXT},
+                                                {IDC_MANUAL, IDS_MANUAL},
+                                                {IDOK, IDS_OK},
+                                                {skin::theDialog, IDS_TITLE}};
   CSkinDialog::onInitDialog();
-  skinButtons({{ok_, IDOK}});
+  skinButtons({{manual_, IDC_MANUAL}, {ok_, IDOK}});
   setTexts(texts);
   setItemText(IDC_ABOUT_TITLE,
               framework::formatText(framework::loadString(IDS_ABOUT_VERSION), {QUILLET_VERSION_TEXT}));
+  ShowWindow(item(IDC_MANUAL), isManualThere(moduleDirectory_) ? SW_SHOW : SW_HIDE);
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/about_dialog.h"
+#include "app/manual.h"
 #include "app/quillet_doc.h"
 #include "app/resource_library.h"
 #include "framework/input_lock.h"
@@ -37,6 +38,7 @@ const framework::CommandMap* CQuilletApp::commandMap() const {
           ID_EDIT_AS_NEW),
       framework::command<&CQuilletApp::onRemove, &CQuilletApp::canRemove>(ID_REMOVE),
       framework::command<&CQuilletApp::onLastSend, &CQuilletApp::canShowLastSend>(ID_LAST_SEND),
+      framework::command<&CQuilletApp::onHelp>(ID_HELP),
       framework::command<&CQuilletApp::onAbout>(ID_APP_ABOUT),
   };
   static const framework::CommandMap map{entries, CWinApp::commandMap()};
@@ -215,8 +217,12 @@ void CQuilletApp::showSummary() {
   frame()->tree().showResult(summary);
 }
 
+void CQuilletApp::onHelp() {
+  if (!openManual(frame()->handle(), moduleDirectory_)) showStatus(loadString(IDS_NO_MANUAL));
+}
+
 void CQuilletApp::onAbout() {
-  AboutDialog dialog;
+  AboutDialog dialog(moduleDirectory_);
   dialog.doModal(frame()->handle());
 }
 

@@ -48,6 +48,7 @@ class CQuilletApp : public framework::CWinApp {
   void firstLoad();
   void onNew() { compose({}); }
   void onRefresh();
+  void onHelp();
   void onAbout();
   void onLastSend();
   void onRemove();

@@ -28,6 +28,7 @@
 #define ID_SELECT_ALL 57642
 #define ID_UNDO 57643
 #define ID_APP_ABOUT 57664
+#define ID_HELP 57670
 #define ID_MOVE_SPLITTER 33000
 
 // Windows of the frame
@@ -44,6 +45,7 @@
 #define IDD_ABOUT 100
 #define IDC_ABOUT_TITLE 1100
 #define IDC_ABOUT_TEXT 1101
+#define IDC_MANUAL 1102
 #define IDD_READER 148
 #define IDC_READER_PHONE 1000
 #define IDC_READER_TIME 1001
@@ -173,6 +175,10 @@
 #define IDS_WHOLE_ONLY 62170
 #define IDS_SWITCHES 62162
 #define IDS_OFFLINE 62163
+
+// The manual
+#define IDS_MANUAL 62180
+#define IDS_NO_MANUAL 62181
 
 // Status bar and file problems
 #define IDS_READY 62000

@@ -151,7 +151,13 @@ TEST_F(Folders, TheFrameHasItsSizesAndKeys) {
   SetFocus(app_.list());
   app_.key(app_.list(), VK_F6);
   EXPECT_EQ(GetFocus(), app_.tree());
-  app_.watch({press(IDOK)}, [this] { SendMessageW(app_.window(), WM_SYSCOMMAND, ID_APP_ABOUT, 0); });
+  app_.key(app_.list(), VK_F1);
+  EXPECT_EQ(app_.status(), "The manual is not beside the program.");
+  for (const BOOL there : {FALSE, TRUE}) {
+    if (there) folder_.write("manual.html", "");
+    const Step look = [=](HWND about) { EXPECT_EQ(IsWindowVisible(item(about, IDC_MANUAL)), there); };
+    app_.watch({look, press(IDOK)}, [this] { SendMessageW(app_.window(), WM_SYSCOMMAND, ID_APP_ABOUT, 0); });
+  }
 }
 
 TEST(SoughtText, IsFoundInAnyLetterCaseAndWithoutAccentsUnlessTheCaseMatters) {
