@@ -43,6 +43,13 @@ ship_languages() {
   done
 }
 
+# The manual as one page for a browser, with what it refers to. Only the system's own Python is sure to have the
+# package for it.
+make_manual() {
+  (cd "$root/docs" && /usr/bin/python3 -B "$root/scripts/manual.py" manual.md real-handset.md simulated-handset.md) \
+    >"$out/manual.html" || { say 'The manual could not be made.'; return 1; }
+}
+
 # lay_out [PRESET] lays out dist/Quillet. Message stores, and what a person changed, stay.
 lay_out() {
   local built=out/${1:-mingw}
@@ -52,6 +59,7 @@ lay_out() {
     ship $built/handset/SMS_DLL2.dll SMS_DLL2.dll &&
     ship $built/handset/findport.exe findport.exe &&
     ship_languages $built/languages &&
+    make_manual && ship out/manual.html manual.html &&
     ship LICENSE LICENSE.txt &&
     ship_unless_changed out/port.ini port.ini &&
     ship_unless_changed handset/handset.txt handset.txt || return 1
