@@ -9,8 +9,8 @@
 
 namespace app {
 
-AboutDialog::AboutDialog(std::string moduleDirectory)
-    : CSkinDialog(IDD_ABOUT), moduleDirectory_(std::move(moduleDirectory)) {}
+AboutDialog::AboutDialog(bool manualThere, std::function<void()> openManual)
+    : CSkinDialog(IDD_ABOUT), manualThere_(manualThere), openManual_(std::move(openManual)) {}
 
 const framework::MessageMap* AboutDialog::messageMap() const {
   static constexpr framework::MessageEntry entries[] = {
@@ -30,7 +30,7 @@ bool AboutDialog::onInitDialog() {
   setTexts(texts);
   setItemText(IDC_ABOUT_TITLE,
               framework::formatText(framework::loadString(IDS_ABOUT_VERSION), {QUILLET_VERSION_TEXT}));
-  ShowWindow(item(IDC_MANUAL), isManualThere(moduleDirectory_) ? SW_SHOW : SW_HIDE);
+  ShowWindow(item(IDC_MANUAL), manualThere_ ? SW_SHOW : SW_HIDE);
   return true;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <string>
+#include <functional>
 
-#include "app/manual.h"
 #include "skin/skin_dialog.h"
 
 namespace app {
@@ -10,17 +9,18 @@ namespace app {
 // Name, version and what the program is; opens the manual.
 class AboutDialog : public skin::CSkinDialog {
  public:
-  // The program's folder, ending in a backslash.
-  explicit AboutDialog(std::string moduleDirectory);
+  // Whether there is a manual, and what opens it.
+  AboutDialog(bool manualThere, std::function<void()> openManual);
 
  protected:
   bool onInitDialog() override;
   const framework::MessageMap* messageMap() const override;
 
  private:
-  void onManual() { openManual(handle(), moduleDirectory_); }
+  void onManual() { openManual_(); }
 
-  std::string moduleDirectory_;
+  bool manualThere_;
+  std::function<void()> openManual_;
   skin::CButtonEx manual_;
   skin::CButtonEx ok_;
 };

@@ -19,14 +19,21 @@ bool isManualThere(const std::string& moduleDirectory) {
   return GetFileAttributesW(manualIn(moduleDirectory).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-bool openManual(HWND owner, const std::string& moduleDirectory) {
-  if (!isManualThere(moduleDirectory)) return false;
+DWORD openManual(HWND owner, const std::string& moduleDirectory) {
+  if (!isManualThere(moduleDirectory)) return ERROR_FILE_NOT_FOUND;
   const framework::CWaitCursor wait;
   // What a system opens pages with may be an object that needs this.
   const HRESULT prepared = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
-  ShellExecuteW(owner, L"open", manualIn(moduleDirectory).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  SHELLEXECUTEINFOW page{};
+  page.cbSize = sizeof page;
+  page.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
+  page.hwnd = owner;
+  const std::wstring file = manualIn(moduleDirectory);
+  page.lpFile = file.c_str();
+  page.nShow = SW_SHOWNORMAL;
+  const DWORD problem = ShellExecuteExW(&page) ? ERROR_SUCCESS : GetLastError();
   if (SUCCEEDED(prepared)) CoUninitialize();
-  return true;
+  return problem;
 }
 
 }  // namespace app

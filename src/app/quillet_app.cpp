@@ -218,11 +218,14 @@ void CQuilletApp::showSummary() {
 }
 
 void CQuilletApp::onHelp() {
-  if (!openManual(frame()->handle(), moduleDirectory_)) showStatus(loadString(IDS_NO_MANUAL));
+  const DWORD problem = openManual(frame()->handle(), moduleDirectory_);
+  if (problem == ERROR_SUCCESS) return;
+  showStatus(problem == ERROR_FILE_NOT_FOUND ? loadString(IDS_NO_MANUAL)
+                                             : framework::systemErrorText(problem));
 }
 
 void CQuilletApp::onAbout() {
-  AboutDialog dialog(moduleDirectory_);
+  AboutDialog dialog(isManualThere(moduleDirectory_), [this] { onHelp(); });
   dialog.doModal(frame()->handle());
 }
 
