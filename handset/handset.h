@@ -60,7 +60,8 @@ class Handset {
   // Whether texts beyond the system's code page come through; may be asked at any time.
   virtual bool offersUnicode() = 0;
 
-  // Who it is, in words that a person can read; ASCII. A slow one takes a second at most.
+  // Who it is, in words that a person can read; ASCII. Takes a second at most, and what a slow one needs for
+  // two answers.
   virtual std::string describe() = 0;
 
   virtual Listing<Message> simReceived() = 0;

@@ -55,13 +55,14 @@ void CQuilletApp::onRemove() {
   reload(folder);
   frame()->tree().showSelected();
 
-  // It is believed where the message is not listed any more.
+  // It is believed where the message is not listed any more; of what was not read nobody knows.
+  const bool known = !frame()->tree().isIncomplete(folder);
   const auto isListed = [&](const store::SmsRecord& message) {
     return std::ranges::find(table.records(), message) != table.records().end();
   };
   const auto gone = agreed.size() - static_cast<std::size_t>(std::ranges::count_if(agreed, isListed));
-  std::string result = formatText(loadString(IDS_REMOVED), {std::to_string(gone), count});
-  if (gone < messages.size()) {
+  std::string result = formatText(loadString(IDS_REMOVED), {known ? std::to_string(gone) : "?", count});
+  if (known && gone < messages.size()) {
     if (problem.empty()) problem = loadString(agreed.size() < messages.size() ? IDS_REFUSED : IDS_WHOLE_ONLY);
     result += " " + formatText(loadString(IDS_NOT_REMOVED), {problem});
   }

@@ -140,7 +140,9 @@ void CLeftView::reload(store::Folder folder) {
   if (!store::isOnPc(folder)) {
     const framework::CInputLock lock;
     folders_.fill(folder, phonelink::readHandsetFolder(services_.link, folder));
-    if (const std::string why = services_.link.takeReadProblem(); !why.empty())
+    const std::string why = services_.link.takeReadProblem();
+    incomplete_[store::position(folder)] = !why.empty();
+    if (!why.empty())
       notes_ += framework::formatText(framework::loadString(IDS_INCOMPLETE),
                                       {store::folderState().folderPaths[store::position(folder)], why}) +
                 " ";

@@ -45,6 +45,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   store::Folders& folders() { return folders_; }
   // Whether a PC folder's file could not be read, so that nobody knows how many messages it holds.
   bool isUnreadable(store::Folder folder) const { return unreadable_[store::position(folder)]; }
+  // Whether the last reading of a handset folder failed before its end.
+  bool isIncomplete(store::Folder folder) const { return incomplete_[store::position(folder)]; }
   // The list shows the selected folder's messages.
   void showSelected();
   // Selects the folder, and the list shows it.
@@ -104,8 +106,8 @@ class CLeftView : public framework::CTreeView, private list::FolderPane {
   LeftViewServices services_;
   list::CQuilletView& list_;
   store::Folders folders_;
-  std::array<bool, store::folderCount> unreadable_{};  // by position(folder)
-  std::string notes_;                                  // what reading has left to say
+  std::array<bool, store::folderCount> unreadable_{}, incomplete_{};  // by position(folder)
+  std::string notes_;                                                 // what reading has left to say
   std::optional<skin::GdiplusSession> gdiplus_;
   framework::UniqueImageList images_;
   bool clickSelect_ = false;  // a folder has been picked with the mouse
