@@ -1,5 +1,6 @@
 #include "app/find_dialog.h"
 
+#include "framework/module.h"
 #include "framework/text.h"
 
 namespace app {
@@ -15,7 +16,8 @@ void FindDialog::open(HWND frame) {
   state_.Flags = FR_HIDEWHOLEWORD | choices_;
   state_.lpstrFindWhat = text_.data();
   state_.wFindWhatLen = static_cast<WORD>(text_.size());
-  window_ = FindTextW(&state_);
+  const auto ask = framework::lateFunction<decltype(FindTextW)>("comdlg32.dll", "FindTextW");
+  window_ = ask ? ask(&state_) : nullptr;
 }
 
 bool FindDialog::takes(UINT message, LPARAM lParam, std::optional<Question>& asked) {

@@ -3,6 +3,7 @@
 #include <objbase.h>
 #include <shellapi.h>
 
+#include "framework/module.h"
 #include "framework/text.h"
 #include "framework/wait_cursor.h"
 
@@ -22,8 +23,11 @@ bool isManualThere(const std::string& moduleDirectory) {
 DWORD openManual(HWND owner, const std::string& moduleDirectory) {
   if (!isManualThere(moduleDirectory)) return ERROR_FILE_NOT_FOUND;
   const framework::CWaitCursor wait;
-  // What a system opens pages with may be an object that needs this.
-  const HRESULT prepared = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+  // What a system opens pages with may be an object that needs this, from then on.
+  const auto prepare = framework::lateFunction<decltype(CoInitializeEx)>("ole32.dll", "CoInitializeEx");
+  const auto open = framework::lateFunction<decltype(ShellExecuteExW)>("shell32.dll", "ShellExecuteExW");
+  if (!prepare || !open) return GetLastError();
+  prepare(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
   SHELLEXECUTEINFOW page{};
   page.cbSize = sizeof page;
   page.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
@@ -31,9 +35,7 @@ DWORD openManual(HWND owner, const std::string& moduleDirectory) {
   const std::wstring file = manualIn(moduleDirectory);
   page.lpFile = file.c_str();
   page.nShow = SW_SHOWNORMAL;
-  const DWORD problem = ShellExecuteExW(&page) ? ERROR_SUCCESS : GetLastError();
-  if (SUCCEEDED(prepared)) CoUninitialize();
-  return problem;
+  return open(&page) ? ERROR_SUCCESS : GetLastError();
 }
 
 }  // namespace app

@@ -29,4 +29,14 @@ UniqueModule loadResourceLibrary(const std::string& path);
 // The system's text for an error number, without a line end; the number itself when it has none.
 std::string systemErrorText(std::uint32_t code);
 
+// A function of a system library that few commands need. Such libraries bring many more with them, so they
+// come in with the first of these commands instead of with the program, and stay for good: they leave threads
+// behind. Null when there is none.
+template <class Function>
+Function* lateFunction(const char* library, const char* name) {
+  const HMODULE module = loadSystemLibrary(library).release();
+  if (!module) return nullptr;
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
 }  // namespace framework

@@ -9,24 +9,10 @@
 #include "resources/resource_ids.h"
 
 namespace list {
-namespace {
-
-// A function of a library that the system's dialogs need and nothing else does. Such libraries bring many
-// more with them, so they come in with the first question instead of with the program. Null when there is
-// none.
-template <class Function>
-Function* find(const char* library, const char* name) {
-  // Stays for good: the dialogs leave threads behind.
-  const HMODULE module = framework::loadSystemLibrary(library).release();
-  if (!module) return nullptr;
-  return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
-}  // namespace
-
 std::string askForTextFile(HWND owner) {
-  const auto ask = find<decltype(GetSaveFileNameW)>("comdlg32.dll", "GetSaveFileNameW");
-  const auto findFolder = find<decltype(SHGetSpecialFolderPathW)>("shell32.dll", "SHGetSpecialFolderPathW");
+  const auto ask = framework::lateFunction<decltype(GetSaveFileNameW)>("comdlg32.dll", "GetSaveFileNameW");
+  const auto findFolder =
+      framework::lateFunction<decltype(SHGetSpecialFolderPathW)>("shell32.dll", "SHGetSpecialFolderPathW");
   if (!ask) return {};
   wchar_t documents[MAX_PATH] = L"";
   if (findFolder) findFolder(owner, documents, CSIDL_PERSONAL, FALSE);
