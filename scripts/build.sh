@@ -50,7 +50,7 @@ make_manual() {
     >"$out/manual.html" || { say 'The manual could not be made.'; return 1; }
 }
 
-# lay_out [PRESET] lays out dist/Quillet. Message stores, and what a person changed, stay.
+# lay_out [PRESET] lays out dist/Quillet. Message stores, and a changed port.ini or handset.txt, stay.
 lay_out() {
   local built=out/${1:-mingw}
   mkdir -p "$out" "$shipped"
